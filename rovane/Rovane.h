@@ -3,3 +3,8 @@
 
 #include "rovane/scalars/Scalars.h"
 #include "rovane/scalars/RovaneUtils.h"
+#include "rovane/storage/RovaneBase.h"
+#include "rovane/storage/ObjectCache.h"
+#include "rovane/containers/AbstractRovane.h"
+#include "rovane/containers/Rovane.h"
+#include "rovane/containers/RovaneInt.h"

@@ -2,13 +2,20 @@
 // initialisation counts its entries, so a program may also call them itself;
 // the modules start in dependency order and stop in reverse.
 #include "rovane/scalars/Scalars.h"
+#include "rovane/storage/ObjectCache.h"
 
 namespace rovane {
 namespace {
 
 struct LibraryLifetime {
-    LibraryLifetime() { InitScalars(); }
-    ~LibraryLifetime() { FinalizeScalars(); }
+    LibraryLifetime() {
+        InitScalars();
+        InitContainers();
+    }
+    ~LibraryLifetime() {
+        FinalizeContainers();
+        FinalizeScalars();
+    }
 };
 
 const LibraryLifetime lifetime;

@@ -38,9 +38,11 @@ constinit uint16_t Saved8087 = 0x1332;
 constinit uint16_t MtxSaved8087CW = 0;
 constinit double GradStepSize = 0;
 constinit float GradStepSizeSingle = 0;
-constinit TIntegerArray RovanePrimeArray;
-constinit std::string MtxRegistryKey;
-constinit std::string RovaneWorkingDir;
+// Destroyed after the library lifetime object, whose finalisation still
+// touches them: an early init priority makes their destructors run last.
+__attribute__((init_priority(101))) TIntegerArray RovanePrimeArray;
+__attribute__((init_priority(101))) std::string MtxRegistryKey;
+__attribute__((init_priority(101))) std::string RovaneWorkingDir;
 
 // ---------------------------------------------------------------------------
 // Counted blocks.

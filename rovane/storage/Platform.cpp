@@ -1,0 +1,77 @@
+// Processor and thread queries mapped to Linux, the x86 CPUID bits that the
+// compiler exposes, and OpenBLAS.
+#include "rovane/storage/Platform.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <xmmintrin.h>
+#endif
+
+extern "C" {
+int openblas_get_num_threads(void);
+void openblas_set_num_threads(int);
+}
+
+namespace rovane {
+
+namespace {
+std::atomic<int32_t> primitiveThreads{1};
+}
+
+int32_t NumCoresOnDie() { return static_cast<int32_t>(std::max(1u, std::thread::hardware_concurrency())); }
+
+uint64_t CpuFeatureWord() {
+    uint64_t w = 0;
+#if defined(__x86_64__) || defined(__i386__)
+    __builtin_cpu_init();
+    if (__builtin_cpu_supports("sse2")) w |= 1u << 0;
+    if (__builtin_cpu_supports("sse4.1")) w |= 1u << 1;
+    if (__builtin_cpu_supports("avx")) w |= 1u << 2;
+    if (__builtin_cpu_supports("avx2")) w |= 1u << 3;
+    if (__builtin_cpu_supports("fma")) w |= 1u << 4;
+    if (__builtin_cpu_supports("avx512f")) w |= 1u << 5;
+#endif
+    return w;
+}
+
+int32_t CpuFreqMhz() {
+    std::ifstream info("/proc/cpuinfo");
+    std::string line;
+    while (std::getline(info, line))
+        if (line.rfind("cpu MHz", 0) == 0) {
+            const auto colon = line.find(':');
+            if (colon != std::string::npos) return static_cast<int32_t>(std::stod(line.substr(colon + 1)));
+        }
+    return 0;
+}
+
+int64_t MaxCacheSizeBytes() {
+    long best = 0;
+#ifdef _SC_LEVEL3_CACHE_SIZE
+    best = std::max({sysconf(_SC_LEVEL1_DCACHE_SIZE), sysconf(_SC_LEVEL2_CACHE_SIZE), sysconf(_SC_LEVEL3_CACHE_SIZE)});
+#endif
+    return best > 0 ? best : 0;
+}
+
+int32_t BlasThreadCount() { return openblas_get_num_threads(); }
+void SetBlasThreadCount(int32_t count) { openblas_set_num_threads(std::max(1, count)); }
+int32_t PrimitiveThreadCount() { return primitiveThreads.load(); }
+void SetPrimitiveThreadCount(int32_t count) { primitiveThreads.store(std::max(1, count)); }
+
+void SetDenormalsAreZeroForThread(bool on) {
+#if defined(__x86_64__) || defined(__i386__)
+    const unsigned bits = 0x8040u;  // FTZ | DAZ
+    _mm_setcsr(on ? (_mm_getcsr() | bits) : (_mm_getcsr() & ~bits));
+#else
+    (void)on;
+#endif
+}
+
+}  // namespace rovane
