@@ -233,15 +233,26 @@ int Quadrant(F re, F im) {
     return im >= 0 ? 4 : 1;
 }
 
-// -1, 0 or 1 as the phase of a is below, equal to or above the phase of b.
+// Phase order at equal magnitude, the rule of the containers' Maxc and Minc:
+// -1, 0 or 1 by quadrant code, then by the real part.
 template <ComplexRecord C>
-int ComparePhase(const C& a, const C& b) {
+int CompareEqualMagnitude(const C& a, const C& b) {
     const int qa = Quadrant(a.Re, a.Im), qb = Quadrant(b.Re, b.Im);
     if (qa != qb) return qa < qb ? -1 : 1;
     if (a.Re == b.Re) return 0;
     const bool aLargerRe = a.Re > b.Re;
     if (qa <= 2) return aLargerRe ? 1 : -1;
     return aLargerRe ? -1 : 1;
+}
+
+// Phase order at any magnitudes: by quadrant code, then within the quadrant
+// by the sign of the cross product b x a, positive when a turns further.
+template <ComplexRecord C>
+int ComparePhase(const C& a, const C& b) {
+    const int qa = Quadrant(a.Re, a.Im), qb = Quadrant(b.Re, b.Im);
+    if (qa != qb) return qa < qb ? -1 : 1;
+    const L cross = L(b.Re) * a.Im - L(b.Im) * a.Re;
+    return cross > 0 ? 1 : (cross < 0 ? -1 : 0);
 }
 
 template <ComplexRecord C>
@@ -254,7 +265,7 @@ int CompareComplex(const C& a, const C& b) {
     const L na = L(a.Re) * a.Re + L(a.Im) * a.Im;
     const L nb = L(b.Re) * b.Re + L(b.Im) * b.Im;
     if (na != nb) return na < nb ? -1 : 1;
-    return ComparePhase(a, b);
+    return CompareEqualMagnitude(a, b);
 }
 
 template <class F>
