@@ -147,7 +147,7 @@ TEST(ScalarMathElementary, NearOneAndSaturatingForms) {
 // ---------------------------------------------------------------------------
 // Power and IntPower.
 // ---------------------------------------------------------------------------
-TEST(ScalarMathPower, RealSpecialCases) {
+TEST(ScalarMathPower, RealEdgeValues) {
     EXPECT_EQ(Power(0.0, 0.0), 1.0);
     EXPECT_EQ(Power(NAN_, 0.0), 1.0);
     EXPECT_EQ(Power(INF, 0.0), 1.0);
