@@ -3,3 +3,5 @@
 
 #include "rovane/scalars/Scalars.h"
 #include "rovane/scalars/RovaneUtils.h"
+#include "rovane/primitives/ippspl.h"
+#include "rovane/primitives/fastlib.h"
