@@ -3,6 +3,8 @@
 
 #include "rovane/scalars/Scalars.h"
 #include "rovane/scalars/RovaneUtils.h"
+#include "rovane/primitives/ippspl.h"
+#include "rovane/primitives/fastlib.h"
 #include "rovane/storage/RovaneBase.h"
 #include "rovane/storage/ObjectCache.h"
 #include "rovane/containers/AbstractRovane.h"

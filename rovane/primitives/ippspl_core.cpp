@@ -1,0 +1,143 @@
+// Library services of the primitive layer and the choice of kernel table.
+#include "rovane/primitives/ippspl_core.h"
+
+#include <atomic>
+#include <thread>
+
+#include "rovane/primitives/kernels/Dispatch.h"
+
+namespace rovane {
+
+const char* ippGetStatusString(IppStatus status) {
+    switch (status) {
+        case ippStsNoErr: return "";
+        case ippStsSizeErr: return "Wrong Value of data size";
+        case ippStsNullPtrErr: return "Null pointer error";
+        case ippStsThresholdErr: return "Invalid threshold: low level above high level";
+        case ippStsThreshNegLevelErr: return "Negative threshold level";
+        case ippStsSamplePhaseErr: return "Sample phase out of range";
+        case ippStsSampleFactorErr: return "Sample factor below one";
+        default: return status < 0 ? "Unknown error" : "Unknown warning";
+    }
+}
+
+std::string ippGetStatusStr(IppStatus status) { return ippGetStatusString(status); }
+
+uint64_t ippGetCpuFeatures() {
+    __builtin_cpu_init();
+    uint64_t f = 0;
+    if (__builtin_cpu_supports("sse2")) f |= ippCPUID_SSE2;
+    if (__builtin_cpu_supports("sse3")) f |= ippCPUID_SSE3;
+    if (__builtin_cpu_supports("ssse3")) f |= ippCPUID_SSSE3;
+    if (__builtin_cpu_supports("sse4.1")) f |= ippCPUID_SSE41;
+    if (__builtin_cpu_supports("sse4.2")) f |= ippCPUID_SSE42;
+    if (__builtin_cpu_supports("avx")) f |= ippCPUID_AVX;
+    if (__builtin_cpu_supports("avx2")) f |= ippCPUID_AVX2;
+    if (__builtin_cpu_supports("fma")) f |= ippCPUID_FMA;
+    if (__builtin_cpu_supports("avx512f")) f |= ippCPUID_AVX512F;
+    if (__builtin_cpu_supports("avx512dq")) f |= ippCPUID_AVX512DQ;
+    if (__builtin_cpu_supports("avx512bw")) f |= ippCPUID_AVX512BW;
+    if (__builtin_cpu_supports("avx512vl")) f |= ippCPUID_AVX512VL;
+    return f;
+}
+
+IppStatus ippGetCpuFreqMhz(int32_t& mhz) {
+    mhz = 1000;
+    return ippStsNoErr;
+}
+
+IppStatus ippGetMaxCacheSizeB(int32_t& bytes) {
+    bytes = 0;
+    return ippStsNoErr;
+}
+
+int32_t ippGetNumCoresOnDie() {
+    const unsigned n = std::thread::hardware_concurrency();
+    return n == 0 ? 1 : static_cast<int32_t>(n);
+}
+
+// The layer runs on the calling thread only: the count is always one.
+IppStatus ippGetNumThreads(int32_t& n) {
+    n = 1;
+    return 1;
+}
+
+IppStatus ippSetNumThreads(int32_t n) { return n < 1 ? ippStsSizeErr : 1; }
+
+IppStatus ippSetDenormAreZeros(int32_t) { return ippStsNoErr; }
+
+// ---------------------------------------------------------------------------
+// Kernel table choice.
+// ---------------------------------------------------------------------------
+namespace {
+
+bool IsaSupported(TPrimitiveIsa isa) {
+    __builtin_cpu_init();
+    switch (isa) {
+        case piReference:
+        case piBaseline: return true;
+        case piAvx2: return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+        case piAvx512:
+            return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
+                   __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512bw") &&
+                   __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+    }
+    return false;
+}
+
+const kern::TKernelTables& TablesOf(TPrimitiveIsa isa) {
+    switch (isa) {
+        case piReference: return kern::KernelTablesReference();
+        case piAvx2: return kern::KernelTablesAvx2();
+        case piAvx512: return kern::KernelTablesAvx512();
+        default: return kern::KernelTablesBaseline();
+    }
+}
+
+struct TActive {
+    std::atomic<const kern::TKernelTables*> tables;
+    std::atomic<TPrimitiveIsa> isa;
+    TActive() {
+        const TPrimitiveIsa best = BestPrimitiveIsa();
+        tables.store(&TablesOf(best));
+        isa.store(best);
+    }
+};
+
+TActive& Active() {
+    static TActive active;
+    return active;
+}
+
+}  // namespace
+
+TPrimitiveIsa BestPrimitiveIsa() {
+    if (IsaSupported(piAvx512)) return piAvx512;
+    if (IsaSupported(piAvx2)) return piAvx2;
+    return piBaseline;
+}
+
+TPrimitiveIsa PrimitiveIsa() { return Active().isa.load(std::memory_order_relaxed); }
+
+bool SetPrimitiveIsa(TPrimitiveIsa isa) {
+    if (isa < piReference || isa > piAvx512 || !IsaSupported(isa)) return false;
+    Active().tables.store(&TablesOf(isa), std::memory_order_release);
+    Active().isa.store(isa, std::memory_order_relaxed);
+    return true;
+}
+
+const char* PrimitiveIsaName(TPrimitiveIsa isa) {
+    switch (isa) {
+        case piReference: return "reference";
+        case piBaseline: return "baseline";
+        case piAvx2: return "avx2";
+        case piAvx512: return "avx512";
+    }
+    return "";
+}
+
+namespace kern {
+const TKernelTables& ActiveTables() { return *Active().tables.load(std::memory_order_acquire); }
+}  // namespace kern
+
+}  // namespace rovane

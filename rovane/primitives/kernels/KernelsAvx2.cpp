@@ -1,0 +1,40 @@
+// Kernels compiled for AVX2 with FMA (flags set in primitives/Kernels.cmake).
+#include <immintrin.h>
+#include <sleef.h>
+
+#define ROVANE_KERNEL_NS avx2
+#define ROVANE_KERNEL_TABLE_FN KernelTablesAvx2
+#define ROVANE_KERNEL_NAME "avx2"
+
+namespace rovane::kern::avx2 {
+namespace {
+template <class F>
+struct VT;
+template <>
+struct VT<double> {
+    using V = __m256d;
+    static constexpr long W = 4;
+    static V load(const double* p) { return _mm256_loadu_pd(p); }
+    static void store(double* p, V v) { _mm256_storeu_pd(p, v); }
+    static auto sincos(V v) { return Sleef_sincosd4_u10avx2(v); }
+};
+template <>
+struct VT<float> {
+    using V = __m256;
+    static constexpr long W = 8;
+    static V load(const float* p) { return _mm256_loadu_ps(p); }
+    static void store(float* p, V v) { _mm256_storeu_ps(p, v); }
+    static auto sincos(V v) { return Sleef_sincosf8_u10avx2(v); }
+};
+}  // namespace
+}  // namespace rovane::kern::avx2
+
+// The SLEEF routines of 1.0 ULP at this width, for double and single vectors.
+#define ROVANE_VEC_MATH1(NAME)                                                      \
+    static __m256d v(__m256d x) { return Sleef_##NAME##d4_u10avx2(x); }                  \
+    static __m256 v(__m256 x) { return Sleef_##NAME##f8_u10avx2(x); }
+#define ROVANE_VEC_MATH2(NAME)                                                      \
+    static __m256d v(__m256d x, __m256d y) { return Sleef_##NAME##d4_u10avx2(x, y); }         \
+    static __m256 v(__m256 x, __m256 y) { return Sleef_##NAME##f8_u10avx2(x, y); }
+
+#include "rovane/primitives/kernels/Kernels.inc"

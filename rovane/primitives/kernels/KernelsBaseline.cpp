@@ -1,0 +1,40 @@
+// Kernels for the x86-64 baseline (SSE2), the fallback on every processor.
+#include <immintrin.h>
+#include <sleef.h>
+
+#define ROVANE_KERNEL_NS baseline
+#define ROVANE_KERNEL_TABLE_FN KernelTablesBaseline
+#define ROVANE_KERNEL_NAME "baseline"
+
+namespace rovane::kern::baseline {
+namespace {
+template <class F>
+struct VT;
+template <>
+struct VT<double> {
+    using V = __m128d;
+    static constexpr long W = 2;
+    static V load(const double* p) { return _mm_loadu_pd(p); }
+    static void store(double* p, V v) { _mm_storeu_pd(p, v); }
+    static auto sincos(V v) { return Sleef_sincosd2_u10sse2(v); }
+};
+template <>
+struct VT<float> {
+    using V = __m128;
+    static constexpr long W = 4;
+    static V load(const float* p) { return _mm_loadu_ps(p); }
+    static void store(float* p, V v) { _mm_storeu_ps(p, v); }
+    static auto sincos(V v) { return Sleef_sincosf4_u10sse2(v); }
+};
+}  // namespace
+}  // namespace rovane::kern::baseline
+
+// The SLEEF routines of 1.0 ULP at this width, for double and single vectors.
+#define ROVANE_VEC_MATH1(NAME)                                                      \
+    static __m128d v(__m128d x) { return Sleef_##NAME##d2_u10sse2(x); }                  \
+    static __m128 v(__m128 x) { return Sleef_##NAME##f4_u10sse2(x); }
+#define ROVANE_VEC_MATH2(NAME)                                                      \
+    static __m128d v(__m128d x, __m128d y) { return Sleef_##NAME##d2_u10sse2(x, y); }         \
+    static __m128 v(__m128 x, __m128 y) { return Sleef_##NAME##f4_u10sse2(x, y); }
+
+#include "rovane/primitives/kernels/Kernels.inc"
