@@ -63,10 +63,10 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 // (correctly rounded) and the decimal exponent of the first one.
 template <class F>
 void SciDigits(F v, int sig, std::string& digits, int& exponent) {
-    char buf[64];
-    auto r = std::to_chars(buf, buf + sizeof(buf), v, std::chars_format::scientific, sig - 1);
+    std::vector<char> buf(static_cast<size_t>(sig) + 32);
+    auto r = std::to_chars(buf.data(), buf.data() + buf.size(), v, std::chars_format::scientific, sig - 1);
     digits.clear();
-    const char* p = buf;
+    const char* p = buf.data();
     for (; p < r.ptr && *p != 'e'; ++p)
         if (IsDigit(*p)) digits.push_back(*p);
     exponent = 0;

@@ -166,6 +166,9 @@ TEST(FormatSample, Exponents) {
     EXPECT_EQ(FormatSample("0.0E-0", 1200.0), "1.2E3");
     EXPECT_EQ(FormatSample("00.0E+0", 12345.0), "12.3E+3");
     EXPECT_EQ(FormatSample("0.##E+000", -99960.0), "-1E+005");
+    // More digits than a double holds: the exact binary value shows.
+    EXPECT_EQ(FormatSample("0." + std::string(25, '0') + "E+00", 0.1), "1.0000000000000000555111512E-01");
+    EXPECT_EQ(FormatSample("0." + std::string(20, '0'), 0.1), "0.10000000000000000555");
 }
 
 TEST(FormatSample, Sections) {
