@@ -418,14 +418,16 @@ F ErfInvT(F yf) {
 
 // ---------------------------------------------------------------------------
 // Bessel I0 and J0. Up to |z| = kBesselAsym the power series
-// sum w^k / (k!)^2 with w = z^2 / 4 (I0) or -z^2 / 4 (J0) is summed; its
-// terms grow to about I0(|z|) while the sum may be of order 1, so beyond
-// |z| = 6 it runs in the wide type. Past kBesselAsym Hankel's asymptotic
-// expansion of J0 is used, I0 being J0(i z).
+// sum w^k / (k!)^2 with w = z^2 / 4 (I0) or -z^2 / 4 (J0) is summed. Its
+// terms grow to about I0(|z|) ~ e^|z| while J0(z) is of size e^|Im z| (I0(z)
+// of size e^|Re z|), so about |z| - |Im z| (|z| - |Re z|) nepers of accuracy
+// cancel. Up to kBesselNarrow nepers long double suffices; beyond, the series
+// runs in the wide type. Past kBesselAsym Hankel's asymptotic expansion of J0
+// is used, I0 being J0(i z); its smallest term there is about e^(-2 |z|).
 // ---------------------------------------------------------------------------
 
 constexpr L kBesselNarrow = 6;
-constexpr L kBesselAsym = 25;
+constexpr L kBesselAsym = 20;
 
 template <class R>
 CL BesselSeries(L wr0, L wi0) {
@@ -477,19 +479,23 @@ CL BesselJ0Asymptotic(const CL& z) {
     return std::sqrt(L(2) / (kPi * z)) * value;
 }
 
+// Sums the series of J0 (sign = -1) or I0 (sign = +1); `kept` is the part of
+// |z| that survives in the result (|Im z| for J0, |Re z| for I0).
+CL BesselSeriesAt(const CL& z, L sign, L kept) {
+    const CL w = sign * z * z / L(4);
+    return std::abs(z) - kept <= kBesselNarrow ? BesselSeries<L>(w.real(), w.imag())
+                                               : BesselSeries<Wide>(w.real(), w.imag());
+}
+
 CL BesselJ0L(CL z) {
     if (z.real() < 0 || (z.real() == 0 && z.imag() < 0)) z = -z;  // J0 is even
-    const L r = std::abs(z);
-    if (r > kBesselAsym) return BesselJ0Asymptotic(z);
-    const CL w = -z * z / L(4);
-    return r <= kBesselNarrow ? BesselSeries<L>(w.real(), w.imag()) : BesselSeries<Wide>(w.real(), w.imag());
+    if (std::abs(z) > kBesselAsym) return BesselJ0Asymptotic(z);
+    return BesselSeriesAt(z, -1, std::fabs(z.imag()));
 }
 
 CL BesselI0L(CL z) {
-    const L r = std::abs(z);
-    if (r > kBesselAsym) return BesselJ0L(CL(-z.imag(), z.real()));  // I0(z) = J0(i z)
-    const CL w = z * z / L(4);
-    return r <= kBesselNarrow ? BesselSeries<L>(w.real(), w.imag()) : BesselSeries<Wide>(w.real(), w.imag());
+    if (std::abs(z) > kBesselAsym) return BesselJ0L(CL(-z.imag(), z.real()));  // I0(z) = J0(i z)
+    return BesselSeriesAt(z, 1, std::fabs(z.real()));
 }
 
 // Both functions are real on the real and on the imaginary axis; the
