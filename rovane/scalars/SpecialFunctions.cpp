@@ -62,8 +62,8 @@ struct Prec<float> {
 // Gamma and LnGamma.
 // ---------------------------------------------------------------------------
 
-// Below this the argument is shifted up by the recurrence before the Stirling
-// series is used; at 13 ten terms of the series leave an error below 1e-22.
+// From here on Stirling's series is used; at 13 ten terms of it leave an
+// error below 1e-22.
 constexpr L kStirlingMin = 13;
 
 // B(2k) / (2k (2k - 1)), k = 1..10.
@@ -112,23 +112,33 @@ L LnGammaTwoPlus(L z) {
     return z * (kOneMinusEuler + z * s);
 }
 
-// Gamma(y) by Stirling's series for y >= kStirlingMin. The power y^(y - 1/2)
-// is taken in two halves so that it stays finite in long double as far as
-// Gamma itself does.
+// Gamma(y) by Stirling's series for y >= kStirlingMin. Up to y = 40 the
+// exponent (y - 1/2) ln y - y stays below 110 and one exp of it loses less
+// than 1e-17; beyond, the rounding of a large exponent would cost up to a
+// third of a double ulp, so y^(y - 1/2) is taken by pow, in two halves so
+// that it stays finite in long double as far as Gamma itself does.
 L StirlingGamma(L y) {
+    if (y < 40) return std::exp((y - 0.5L) * std::log(y) - y + kLnSqrt2Pi + StirlingTail(y));
     const L p = std::pow(y, (y - 0.5L) / 2);
     return (p * std::exp(-y)) * p * std::exp(kLnSqrt2Pi + StirlingTail(y));
 }
 
-// Gamma(x) for x > 0: shift up to kStirlingMin with the recurrence.
+// Gamma(x) for x > 0. Below kStirlingMin the recurrence brings the argument
+// to 2 + z with |z| <= 1/2, where Gamma is the exponential of the Taylor
+// series: the result then keeps a relative error of a few units of long
+// double also for a tiny x (which the incomplete gamma function needs when
+// its shape is close to 0).
 L GammaPos(L x) {
+    if (x >= kStirlingMin) return StirlingGamma(x);
+    if (x < 0.5L) return std::exp(LnGammaTwoPlus(x)) / (x * (1 + x));
+    if (x < 1.5L) return std::exp(LnGammaTwoPlus(x - 1)) / x;
     L prod = 1;
     L y = x;
-    while (y < kStirlingMin) {
+    while (y > 2.5L) {
+        y -= 1;
         prod *= y;
-        y += 1;
     }
-    return StirlingGamma(y) / prod;
+    return prod * std::exp(LnGammaTwoPlus(y - 2));
 }
 
 // sin(pi x) with the argument reduced exactly, so that it is accurate next to
@@ -222,9 +232,15 @@ L GammaPrefactor(L x, L a) {
         const L lnt = std::fabs(d) < 0.5L ? std::log1p(d) : std::log(x / a);
         return std::exp(a * (lnt - d) + 0.5L * std::log(a) - kLnSqrt2Pi - StirlingTail(a));
     }
-    return std::exp(-x + a * std::log(x) - LnGammaPos(a));
+    // Below it Gamma(a) is a moderate number and is divided out as a factor:
+    // for a small shape P is close to 1, and an exponent holding lnGamma(a)
+    // of size ln(1/a) would carry that size's rounding into 1 - P.
+    return std::exp(a * std::log(x) - x) / GammaPos(a);
 }
-CL GammaPrefactor(const CL& x, L a) { return std::exp(-x + a * std::log(x) - LnGammaPos(a)); }
+CL GammaPrefactor(const CL& x, L a) {
+    if (a >= kStirlingMin) return std::exp(a * std::log(x) - x - LnGammaPos(a));
+    return std::exp(a * std::log(x) - x) / GammaPos(a);
+}
 
 // P(a, x) by the series sum x^n / (a (a + 1) ... (a + n)).
 template <class T>
