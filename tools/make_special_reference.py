@@ -152,6 +152,16 @@ for a in [0.5, 2.0, 10.5, 40.0]:
         add("IGammaC", z.real, P, x_im=z.imag, a=a)
         add("JGammaC", z.real, 1 - P, x_im=z.imag, a=a)
 
+# Next to and on the negative real axis, beyond |x| = a + 1, where the
+# continued fraction converges badly.
+for a in [0.5, 2.5, 7.0]:
+    for r in [a + 2, 8.0, 12.0]:
+        for t in [3.0, -3.1, mpmath.pi]:
+            z = mpc(d(r * mpmath.cos(t)), 0.0 if t == mpmath.pi else d(r * mpmath.sin(t)))
+            P = mpmath.gammainc(mpf(a), 0, z, regularized=True)
+            add("IGammaC", z.real, P, x_im=z.imag, a=a)
+            add("JGammaC", z.real, 1 - P, x_im=z.imag, a=a)
+
 # --- ErfInv --------------------------------------------------------------------------
 erfinv_args = [
     0.0, 1e-300, 1e-100, 1e-10, 1e-3, 0.1, 0.3, 0.5, 0.69999, 0.7, 0.70001, 0.8, 0.9, 0.99, 0.999,

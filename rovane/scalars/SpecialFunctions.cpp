@@ -253,7 +253,7 @@ T GammaSerL(const T& x, L a, L eps) {
         an += 1;
         term *= x / an;
         sum += term;
-        if (std::abs(term) < std::abs(sum) * eps) break;
+        if (std::abs(term) <= std::abs(sum) * eps) break;
     }
     return sum * GammaPrefactor(x, a);
 }
@@ -262,7 +262,7 @@ T GammaSerL(const T& x, L a, L eps) {
 // 1 / (x + 1 - a - 1 (1 - a) / (x + 3 - a - 2 (2 - a) / (x + 5 - a - ...))),
 // evaluated forwards by the modified Lentz method.
 template <class T>
-T GammaFracL(const T& x, L a, L eps) {
+T GammaFracL(const T& x, L a, L eps, bool* converged = nullptr) {
     constexpr L tiny = 1e-4000L;
     if constexpr (std::is_same_v<T, L>) {
         if (std::isinf(x)) return 0;
@@ -282,7 +282,10 @@ T GammaFracL(const T& x, L a, L eps) {
         d = T(1) / d;
         const T del = d * c;
         h *= del;
-        if (std::abs(del - L(1)) < eps) break;
+        if (std::abs(del - L(1)) < eps) {
+            if (converged) *converged = true;
+            break;
+        }
     }
     return GammaPrefactor(x, a) * h;
 }
@@ -308,7 +311,15 @@ T IncompleteGamma(const T& x, L a, L eps, bool lower) {
         const T p = GammaSerL(x, a, eps);
         return lower ? p : L(1) - p;
     }
-    const T q = GammaFracL(x, a, eps);
+    bool converged = false;
+    const T q = GammaFracL(x, a, eps, &converged);
+    if (!converged && !std::is_same_v<T, L>) {
+        // Next to the negative real axis the fraction converges too slowly
+        // (on the axis, not at all); the series converges for every x and
+        // takes over.
+        const T p = GammaSerL(x, a, eps);
+        return lower ? p : L(1) - p;
+    }
     return lower ? L(1) - q : q;
 }
 
