@@ -282,7 +282,7 @@ T GammaFracL(const T& x, L a, L eps, bool* converged = nullptr) {
         d = T(1) / d;
         const T del = d * c;
         h *= del;
-        if (std::abs(del - L(1)) < eps) {
+        if (std::abs(del - L(1)) <= eps) {
             if (converged) *converged = true;
             break;
         }

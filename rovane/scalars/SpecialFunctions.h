@@ -33,7 +33,8 @@ ROVANE_API float SgnGammaf(float x);
 // shape a. Both give 0 for a <= 0 or x < 0; JGamma(0, a) is 1. For x < a + 1
 // the power series is summed, otherwise the continued fraction. The complex
 // forms take a complex x (principal branch of ln x) and make the same choice
-// on |x|.
+// on |x|; next to the negative real axis, where the fraction does not
+// converge, the series is summed instead.
 ROVANE_API double IGamma(double x, double a);
 ROVANE_API float IGammaf(float x, float a);
 ROVANE_API TCplx IGamma(const TCplx& x, double a);
