@@ -54,8 +54,8 @@ void RunComplexFamily() {
             ExpectRange(d, di, len, guard, [&](int32_t i) { return C(X(i).Re * c.Re - X(i).Im * c.Im, X(i).Re * c.Im + X(i).Im * c.Re); }, "ScaleByValuec");
             AddValuecd_Idx(x.data(), xi, 2.5, d.data(), di, len);
             ExpectRange(d, di, len, guard, [&](int32_t i) { return C(X(i).Re + 2.5, X(i).Im); }, "AddValuecd");
-            AddValuedc_Idx(xr.data(), 5, c, d.data(), di, len);
-            ExpectRange(d, di, len, guard, [&](int32_t i) { return C(xr[5 + i] + c.Re, c.Im); }, "AddValuedc");
+            AddValuedc_Idx(xr.data(), 1, c, d.data(), di, len);
+            ExpectRange(d, di, len, guard, [&](int32_t i) { return C(xr[1 + i] + c.Re, c.Im); }, "AddValuedc");
             DivideValuec_Idx(x.data(), xi, c, d.data(), di, len);
             ExpectRange(d, di, len, guard, [&](int32_t i) {
                 const F n = F(1) / (X(i).Re * X(i).Re + X(i).Im * X(i).Im);
