@@ -80,10 +80,9 @@ void TRovaneBase::ReleaseMemory() {
 }
 
 void TRovaneBase::WriteHeader(int32_t length) {
+    // Only the length: the count belongs to the handles that may be held.
     if (!ipoint || fIsSubRange || fActualSizeInBytes <= 0) return;
-    auto* h = detail::HeaderOf(ValuesPointer);
-    h->RefCount.store(1, std::memory_order_relaxed);
-    h->Length = length;
+    detail::HeaderOf(ValuesPointer)->Length = length;
 }
 
 int32_t TRovaneBase::HeaderRefCount() const {
@@ -234,7 +233,8 @@ void TRovaneBase::InternalSubRangeStackOp(int32_t& index, int32_t& len, TSubRang
 
 void TRovaneBase::SetSubRangeInternal(TRovaneBase& src, int32_t index, int32_t len, TSubRangeOp op) {
     src.ValidateParams(index, len);
-    if (!fIsSubRange) {
+    const bool entering = !fIsSubRange;
+    if (entering) {
         SubRangeSaveState();
         EnsureStack();
         fSubRangeStack[0] = TSubRangeItem{index, len, &src};
@@ -246,7 +246,17 @@ void TRovaneBase::SetSubRangeInternal(TRovaneBase& src, int32_t index, int32_t l
     } else {
         fSubRangeStack[fSubRangeLevel] = TSubRangeItem{index, len, &src};
     }
-    SetSubRangeDirect(src, index, len);
+    try {
+        SetSubRangeDirect(src, index, len);
+    } catch (...) {
+        // A source of the wrong kind: an object that was not a view stays one
+        // that is not, with no level open.
+        if (entering && !fIsSubRange) {
+            fSubRangeStack[0].Src = nullptr;
+            fSubRangeLevel = -1;
+        }
+        throw;
+    }
 }
 
 void TRovaneBase::SetFullRangeInternal(bool restoreLevel) {
@@ -254,8 +264,10 @@ void TRovaneBase::SetFullRangeInternal(bool restoreLevel) {
     if (fSubRangeLevel <= 0) {
         SubRangeLoadState();
         fSubRangeStack[0].Src = nullptr;
-        HookPointers();
+        // Cleared before the views are hooked, so that the own block gets
+        // its header pointer back.
         fIsSubRange = false;
+        HookPointers();
         fSubRangeLevel = -1;
         FireOnSetSize();
         fAllowSubrange = true;
