@@ -2,6 +2,8 @@
 // validation shared by every container.
 #include "rovane/storage/RovaneBase.h"
 
+#include "rovane/storage/ObjectCache.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <exception>
@@ -12,17 +14,24 @@ constinit int32_t MaxSubrangeLevel = 4;
 
 TRovaneBase::TRovaneBase() = default;
 
-TRovaneBase::~TRovaneBase() noexcept(false) { fDebuggerMarker = 0; }
+TRovaneBase::~TRovaneBase() noexcept(false) {
+    fDebuggerMarker = 0;
+    // A cached object destroyed directly: its memory goes away with the
+    // refusal, so a fresh object takes its entry and the cache stays whole.
+    // This runs also when a derived destructor has raised.
+    if (FCacheOwned && Controller) Controller->ReplaceCachedItem(this);
+}
 
 void TRovaneBase::DestroyChecks() {
     fDebuggerMarker = 0;
     if (std::uncaught_exceptions() > 0) return;
     if (fSubRangeLevel >= 0)
         ERaise("TRovaneBase.Destroy: fSubRangeLevel >= 0, Unmatched SetSubRangeLevel/SetFullRangeLevel calls!");
-    if (FCacheOwned)
+    if (FCacheOwned) {
         ERaise(
             "TRovaneBase.Destroy: fCacheOwned = True, Attempt to release memory of object-cache owned object. Use "
             "FreeIt to release object back to object-cache!");
+    }
 }
 
 bool TRovaneBase::BlockEnd() const { return BlockLevel < 1 ? true : FBlockEnd; }
