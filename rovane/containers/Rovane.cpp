@@ -538,12 +538,22 @@ void TMtx::SetSubRangeDirect(TRovaneBase& src, int32_t index, int32_t len) {
 void TMtx::SetSubRange(TRovaneBase& src, int32_t index, int32_t rows, int32_t cols) {
     int32_t len = rows * cols;
     src.ValidateParams(index, len);
-    if (!fIsSubRange) {
+    const bool entering = !fIsSubRange;
+    if (entering) {
         SubRangeSaveState();
         EnsureStack();
     }
     fSubRangeStack[fSubRangeLevel] = TSubRangeItem{index, len, &src};
-    SetSubRangeDirect2(src, index, rows, cols);
+    try {
+        SetSubRangeDirect2(src, index, rows, cols);
+    } catch (...) {
+        // A source of the wrong kind leaves no level open.
+        if (entering && !fIsSubRange) {
+            fSubRangeStack[0].Src = nullptr;
+            fSubRangeLevel = -1;
+        }
+        throw;
+    }
 }
 
 void TMtx::SetSubRangeDirect2(TRovaneBase& src, int32_t index, int32_t rows, int32_t cols) {

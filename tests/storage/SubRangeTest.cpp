@@ -331,4 +331,11 @@ TEST(SubRange, MatrixViewIsOneRow) {
     EXPECT_EQ(v.Values[5], 7.0);
     v.SetFullRange();
     EXPECT_FALSE(v.IsSubRange());
+    TVecInt iv;
+    EXPECT_TRUE(Raises<ERovaneException>([&] { v.SetSubRange(iv, 0, 0, 0); },
+                                         "TMtx.SetSubRange: Src is not of TVec or TMtx or TMtxSparse type!"));
+    EXPECT_EQ(v.SubRangeLevel(), -1);
+    EXPECT_TRUE(Raises<ERovaneException>([&] { v.SetSubRange(iv, 0, 0); },
+                                         "TMtx.SetSubRange: Src is not of TVec or TMtx type!"));
+    EXPECT_EQ(v.SubRangeLevel(), -1);
 }
