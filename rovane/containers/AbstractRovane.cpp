@@ -262,7 +262,17 @@ TRovane& TRovane::CopyTo(TRovane& dst, TMtxFloatPrecision precision) const {
 }
 
 TRovane& TRovane::CopyTo(TRovane& dst, int32_t dstIndex, int32_t index, int32_t len) const {
-    dst.ValidateParams(*this, index, dstIndex, len);
+    // The checks of ValidateParams but the last: the width may differ here,
+    // since this copy converts between single and double.
+    if (len == -1) len = dst.fLength - dstIndex;
+    if (dst.fConditionCheck) {
+        if (&dst == this) EInvalidArgumentRaise("Invalid params: X is equal to Self");
+        if (index < 0 || index + len > fLength)
+            ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", index, len, fLength);
+        if (dstIndex < 0 || len < 0 || dstIndex + len > dst.fLength)
+            ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", dstIndex, len,
+                                dst.fLength);
+    }
     if (fIsDouble != dst.fIsDouble && fComplex != dst.fComplex)
         EInvalidArgumentRaise("CopyTo: (IsDouble <> Dst.IsDouble) and (Complex <> Dst.Complex)");
     if (fComplex && !dst.fComplex) dst.ExtendToComplex(true);

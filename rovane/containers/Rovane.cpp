@@ -25,14 +25,20 @@ const TRovane* AsFloat(const TRovaneBase& src) { return dynamic_cast<const TRova
 // precision lock, memory by slot or capacity, header. `kind` names the class
 // in the messages.
 void SizeCore(TRovane& self, int32_t aLength, TMtxFloatPrecision precision, const char* kind) {
+    const bool isDouble = precision == rvDouble || precision == rvDoubleComplex;
+    // Both refusals come before any field changes, so that a refused Size
+    // leaves the object as it was. A change of width releases the block
+    // first, and then no handle can be in the way.
+    if (isDouble != self.fIsDouble && self.fFloatPrecisionLock)
+        EInvalidArgumentRaise(self.fIsDouble ? "Self.FloatPrecisionLock = True. Cant change from Double to Single."
+                                             : "Self.FloatPrecisionLock = True. Cant change from Single to Double.");
+    if (isDouble == self.fIsDouble && self.fActualSizeInBytes > 0 && self.HeaderRefCount() > 1)
+        EInvalidArgumentRaiseFmt("%s.Size: External references to internal array detected: RefCount  = %d", kind,
+                                 self.HeaderRefCount());
     self.fLength = aLength;
     self.fFloatPrecision = precision;
     self.fComplex = precision >= rvSingleComplex;
-    const bool isDouble = precision == rvDouble || precision == rvDoubleComplex;
     if (isDouble != self.fIsDouble) {
-        if (self.fFloatPrecisionLock)
-            EInvalidArgumentRaise(self.fIsDouble ? "Self.FloatPrecisionLock = True. Cant change from Double to Single."
-                                                 : "Self.FloatPrecisionLock = True. Cant change from Single to Double.");
         const int32_t capacity = self.GetCapacityInElements();
         self.SetCapacityInElements(0);
         self.setActualSize(0);
@@ -41,9 +47,6 @@ void SizeCore(TRovane& self, int32_t aLength, TMtxFloatPrecision precision, cons
     }
     self.fIsDouble = isDouble;
     const int64_t bytes = (int64_t(aLength) * BytesPerElement(precision) + 15) / 16 * 16;
-    if (self.fActualSizeInBytes > 0 && self.HeaderRefCount() > 1)
-        EInvalidArgumentRaiseFmt("%s.Size: External references to internal array detected: RefCount  = %d", kind,
-                                 self.HeaderRefCount());
     const bool inSlot = self.fCacheIndex >= 0 && self.fActualSizeInBytes == self.CacheLengthInBytes() &&
                         bytes <= self.CacheLengthInBytes();
     if (!inSlot) self.setActualSize(bytes);
@@ -91,15 +94,22 @@ void ResetCore(TRovane& self, const char* kind) {
     }
 }
 
-void DestroyCore(TRovane& self, const char* kind) {
+void DestroyCore(TRovane& self) {
     self.SetFullRange();
-    if (self.fIsSubRange && std::uncaught_exceptions() == 0)
-        ERaiseFmt("%s.Destroy: IsSubRange = True, SubRangeLevel = %d", "TRovane", self.fSubRangeLevel);
-    (void)kind;
-    if (!self.fIsSubRange) {
+    if (self.fIsSubRange) {
+        // Unmatched levels: go straight back to the object's own state (no
+        // source is touched) so that its block is released before raising.
+        const int32_t level = self.fSubRangeLevel;
+        self.fSubRangeLevel = 0;
+        self.SetFullRangeLevel();
         self.SetCapacityInElements(0);
         self.setActualSize(0);
+        if (std::uncaught_exceptions() == 0)
+            ERaiseFmt("TRovane.Destroy: IsSubRange = True, SubRangeLevel = %d", level);
+        return;
     }
+    self.SetCapacityInElements(0);
+    self.setActualSize(0);
 }
 
 void* SlotOf(const TRovaneBase& self, bool matrix) {
@@ -170,7 +180,7 @@ TVec::TVec() {
 }
 
 TVec::~TVec() noexcept(false) {
-    DestroyCore(*this, "TVec");
+    DestroyCore(*this);
     DestroyChecks();
 }
 
@@ -362,6 +372,7 @@ void TVec::Disown() {
     fComplex = false;
     fFloatPrecision = fIsDouble ? rvDouble : rvSingle;
     fIsSubRange = false;
+    fSubRangeLevel = -1;  // cut loose: no level is left open
     aPoint = nullptr;
     HookPointers();
 }
@@ -375,7 +386,7 @@ TMtx::TMtx() {
 }
 
 TMtx::~TMtx() noexcept(false) {
-    DestroyCore(*this, "TMtx");
+    DestroyCore(*this);
     DestroyChecks();
 }
 
@@ -527,12 +538,22 @@ void TMtx::SetSubRangeDirect(TRovaneBase& src, int32_t index, int32_t len) {
 void TMtx::SetSubRange(TRovaneBase& src, int32_t index, int32_t rows, int32_t cols) {
     int32_t len = rows * cols;
     src.ValidateParams(index, len);
-    if (!fIsSubRange) {
+    const bool entering = !fIsSubRange;
+    if (entering) {
         SubRangeSaveState();
         EnsureStack();
     }
     fSubRangeStack[fSubRangeLevel] = TSubRangeItem{index, len, &src};
-    SetSubRangeDirect2(src, index, rows, cols);
+    try {
+        SetSubRangeDirect2(src, index, rows, cols);
+    } catch (...) {
+        // A source of the wrong kind leaves no level open.
+        if (entering && !fIsSubRange) {
+            fSubRangeStack[0].Src = nullptr;
+            fSubRangeLevel = -1;
+        }
+        throw;
+    }
 }
 
 void TMtx::SetSubRangeDirect2(TRovaneBase& src, int32_t index, int32_t rows, int32_t cols) {

@@ -96,7 +96,8 @@ void TAbstractRovaneCache::Recollect() {
 void TAbstractRovaneCache::SetCacheSize(int32_t itemCount, int32_t elements) {
     for (int32_t i = 0; i < FCacheSize; ++i) {
         if (Cache[i].Used) ERaiseFmt("Cache[%d] = Used", i);
-        Cache[i].Item->FreeCached();
+        // Null where an earlier call failed half way.
+        if (Cache[i].Item) Cache[i].Item->FreeCached();
         Cache[i].Item = nullptr;
     }
     FCacheSize = 0;
@@ -122,7 +123,16 @@ void TAbstractRovaneCache::SetCacheSize(int32_t itemCount, int32_t elements) {
 
 void TAbstractRovaneCache::SetConditionCheck(bool value) {
     fConditionCheck = value;
-    for (int32_t i = 0; i < FCacheSize; ++i) Cache[i].Item->fConditionCheck = value;
+    for (int32_t i = 0; i < FCacheSize; ++i)
+        if (Cache[i].Item) Cache[i].Item->fConditionCheck = value;
+}
+
+void TAbstractRovaneCache::FreeUnusedItems() {
+    for (int32_t i = 0; i < FCacheSize; ++i) {
+        if (Cache[i].Used || !Cache[i].Item) continue;
+        Cache[i].Item->FreeCached();
+        Cache[i].Item = nullptr;
+    }
 }
 
 std::string TAbstractRovaneCache::DebugReport() const {
@@ -172,10 +182,12 @@ void TSlotCache::CacheMemAllocate(int32_t itemCount, int32_t elements) {
     }
 }
 
-TVecCache::~TVecCache() { SetCacheSize(0, 0); }
-TMtxCache::~TMtxCache() { SetCacheSize(0, 0); }
-TVecIntCache::~TVecIntCache() { SetCacheSize(0, 0); }
-TMtxIntCache::~TMtxIntCache() { SetCacheSize(0, 0); }
+// Objects still out at the end of a cache are left to the program that
+// holds them; a destructor must not raise.
+TVecCache::~TVecCache() { FreeUnusedItems(); }
+TMtxCache::~TMtxCache() { FreeUnusedItems(); }
+TVecIntCache::~TVecIntCache() { FreeUnusedItems(); }
+TMtxIntCache::~TMtxIntCache() { FreeUnusedItems(); }
 TRovaneBase* TVecCache::NewItem() { return new TVec(); }
 TRovaneBase* TMtxCache::NewItem() { return new TMtx(); }
 TRovaneBase* TVecIntCache::NewItem() { return new TVecInt(); }
@@ -442,6 +454,28 @@ void TRovaneController::FreeItxBase(TRovaneBase* obj) {
     } else {
         obj->Reset();
         cache.LockedFreeIty(obj);
+    }
+}
+
+void TRovaneController::ReplaceCachedItem(TRovaneBase* item) {
+    if (item->fPoolIndex < 0 || item->fPoolIndex >= Pool.Length()) return;
+    TAbstractRovaneCache& cache = CacheFor(*Pool[item->fPoolIndex], item->fRovaneType);
+    const int32_t index = item->fCacheIndex;
+    if (index < 0 || index >= cache.FCacheSize || cache.Cache[index].Item != item) return;
+    TRovaneBase* fresh = cache.NewItem();
+    fresh->fConditionCheck = cache.fConditionCheck;
+    fresh->ThreadID = cache.ThreadId;
+    fresh->CreateCached(cache.PoolIndex, cache.GetCacheInBytes(), item->fMemIndex, index);
+    const bool shared = item->fPoolIndex == 0 || !fSuperConductive;
+    if (shared) cache.csLock.Enter();
+    cache.Cache[index].Item = fresh;
+    const bool wasOut = cache.Cache[index].Used;
+    if (shared) cache.csLock.Leave();
+    if (wasOut) {
+        if (shared)
+            cache.LockedFreeIty(fresh);
+        else
+            cache.FreeIty(fresh);
     }
 }
 

@@ -57,7 +57,8 @@ public:
     int32_t FMaxCount = 0;
     TSpinLock csLock;
     int32_t PoolIndex = 0;
-    uint64_t ThreadId = 0;
+    // Written under the controller's lock while the owner may read it.
+    std::atomic<uint64_t> ThreadId{0};
 
     virtual void CacheMemFree() = 0;
     virtual TRovaneBase* NewItem() = 0;
@@ -81,6 +82,11 @@ public:
     int32_t CacheElements() const { return fCacheElements; }
     // One line per entry that is out, "Cache item at index %d has Used = True".
     std::string DebugReport() const;
+
+protected:
+    // Destroys the items that are not out and forgets them; for the end of
+    // a cache, where nothing may raise.
+    void FreeUnusedItems();
 };
 
 // Slot layout shared by the float and integer caches: one block, each slot
@@ -140,7 +146,8 @@ class ROVANE_API TRovanePoolItem {
 public:
     explicit TRovanePoolItem(int32_t poolIndex);
     ~TRovanePoolItem();
-    uint64_t fThreadID = 0;
+    // Read without a lock by GetPoolIndex while MarkThread writes it.
+    std::atomic<uint64_t> fThreadID{0};
     int32_t fPoolIndex = 0;
     TVecCache Vec;
     TVecIntCache VecInt;
@@ -218,6 +225,11 @@ public:
     void CreateItx(T*& obj);
     template <class T>
     void FreeItx(T*& obj);
+
+    // Puts a new object into the cache entry of `item`, an object of the
+    // cache that is being destroyed directly, and gives the entry back, so
+    // that the cache stays whole when the destruction is refused.
+    void ReplaceCachedItem(TRovaneBase* item);
 
 private:
     void FreeItxBase(TRovaneBase* obj);

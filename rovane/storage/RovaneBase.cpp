@@ -2,6 +2,8 @@
 // validation shared by every container.
 #include "rovane/storage/RovaneBase.h"
 
+#include "rovane/storage/ObjectCache.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <exception>
@@ -12,17 +14,24 @@ constinit int32_t MaxSubrangeLevel = 4;
 
 TRovaneBase::TRovaneBase() = default;
 
-TRovaneBase::~TRovaneBase() noexcept(false) { fDebuggerMarker = 0; }
+TRovaneBase::~TRovaneBase() noexcept(false) {
+    fDebuggerMarker = 0;
+    // A cached object destroyed directly: its memory goes away with the
+    // refusal, so a fresh object takes its entry and the cache stays whole.
+    // This runs also when a derived destructor has raised.
+    if (FCacheOwned && Controller) Controller->ReplaceCachedItem(this);
+}
 
 void TRovaneBase::DestroyChecks() {
     fDebuggerMarker = 0;
     if (std::uncaught_exceptions() > 0) return;
     if (fSubRangeLevel >= 0)
         ERaise("TRovaneBase.Destroy: fSubRangeLevel >= 0, Unmatched SetSubRangeLevel/SetFullRangeLevel calls!");
-    if (FCacheOwned)
+    if (FCacheOwned) {
         ERaise(
             "TRovaneBase.Destroy: fCacheOwned = True, Attempt to release memory of object-cache owned object. Use "
             "FreeIt to release object back to object-cache!");
+    }
 }
 
 bool TRovaneBase::BlockEnd() const { return BlockLevel < 1 ? true : FBlockEnd; }
@@ -80,10 +89,9 @@ void TRovaneBase::ReleaseMemory() {
 }
 
 void TRovaneBase::WriteHeader(int32_t length) {
+    // Only the length: the count belongs to the handles that may be held.
     if (!ipoint || fIsSubRange || fActualSizeInBytes <= 0) return;
-    auto* h = detail::HeaderOf(ValuesPointer);
-    h->RefCount.store(1, std::memory_order_relaxed);
-    h->Length = length;
+    detail::HeaderOf(ValuesPointer)->Length = length;
 }
 
 int32_t TRovaneBase::HeaderRefCount() const {
@@ -234,7 +242,8 @@ void TRovaneBase::InternalSubRangeStackOp(int32_t& index, int32_t& len, TSubRang
 
 void TRovaneBase::SetSubRangeInternal(TRovaneBase& src, int32_t index, int32_t len, TSubRangeOp op) {
     src.ValidateParams(index, len);
-    if (!fIsSubRange) {
+    const bool entering = !fIsSubRange;
+    if (entering) {
         SubRangeSaveState();
         EnsureStack();
         fSubRangeStack[0] = TSubRangeItem{index, len, &src};
@@ -246,7 +255,17 @@ void TRovaneBase::SetSubRangeInternal(TRovaneBase& src, int32_t index, int32_t l
     } else {
         fSubRangeStack[fSubRangeLevel] = TSubRangeItem{index, len, &src};
     }
-    SetSubRangeDirect(src, index, len);
+    try {
+        SetSubRangeDirect(src, index, len);
+    } catch (...) {
+        // A source of the wrong kind: an object that was not a view stays one
+        // that is not, with no level open.
+        if (entering && !fIsSubRange) {
+            fSubRangeStack[0].Src = nullptr;
+            fSubRangeLevel = -1;
+        }
+        throw;
+    }
 }
 
 void TRovaneBase::SetFullRangeInternal(bool restoreLevel) {
@@ -254,8 +273,10 @@ void TRovaneBase::SetFullRangeInternal(bool restoreLevel) {
     if (fSubRangeLevel <= 0) {
         SubRangeLoadState();
         fSubRangeStack[0].Src = nullptr;
-        HookPointers();
+        // Cleared before the views are hooked, so that the own block gets
+        // its header pointer back.
         fIsSubRange = false;
+        HookPointers();
         fSubRangeLevel = -1;
         FireOnSetSize();
         fAllowSubrange = true;

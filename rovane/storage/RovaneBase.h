@@ -50,7 +50,9 @@ public:
     int32_t fMemIndex = -1;
     TSubRangeStack fSubRangeStack;
     bool FCacheOwned = false;
-    int32_t fCacheIndex = -1;
+    // Atomic: Recollect of a shared pool renumbers objects that other
+    // threads hold and read.
+    std::atomic<int32_t> fCacheIndex{-1};
     int32_t fSubRangeLevel = -1;
     bool fIsDouble = true;
     int32_t fPoolIndex = 0;

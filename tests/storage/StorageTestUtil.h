@@ -1,0 +1,42 @@
+// Helpers shared by the storage tests.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <rovane/Rovane.h>
+
+#include <functional>
+#include <string>
+#include <typeinfo>
+
+namespace storage_test {
+
+// Runs f and expects an exception of exactly class E with exactly `text`.
+template <class E>
+::testing::AssertionResult Raises(const std::function<void()>& f, const std::string& text) {
+    try {
+        f();
+    } catch (const rovane::ERovaneException& e) {
+        if (typeid(e) != typeid(E))
+            return ::testing::AssertionFailure() << "wrong class " << typeid(e).name() << ": " << e.what();
+        if (text != e.what())
+            return ::testing::AssertionFailure() << "text\n  got:  [" << e.what() << "]\n  want: [" << text << "]";
+        return ::testing::AssertionSuccess();
+    } catch (const std::exception& e) {
+        return ::testing::AssertionFailure() << "foreign exception: " << e.what();
+    }
+    return ::testing::AssertionFailure() << "nothing raised, expected: " << text;
+}
+
+// Fills a real double vector with 0, 1, 2, ...
+inline void Ramp(rovane::TVec& v, int32_t n, double start = 0) {
+    v.Size(n);
+    for (int32_t i = 0; i < n; ++i) v.Values[i] = start + i;
+}
+
+// Fills a complex double vector with (i, -i).
+inline void CRamp(rovane::TVec& v, int32_t n) {
+    v.Size(n, true);
+    for (int32_t i = 0; i < n; ++i) v.CValues[i] = rovane::TCplx(i, -i);
+}
+
+}  // namespace storage_test
