@@ -1,6 +1,6 @@
 // Scalar foundation of Rovane: complex records, array types, enumerations,
 // constants, global settings, the exception family and small machine services.
-// The scalar functions live in ScalarMath.h and SpecialFunctions.h, which this
+// The scalar functions live in ScalarMath.h and GammaBessel.h, which this
 // header pulls in at its end, so including it gives the whole scalar layer.
 #pragma once
 
@@ -668,4 +668,4 @@ ROVANE_API int32_t ScalarsInitCount();
 }  // namespace rovane
 
 #include "rovane/scalars/ScalarMath.h"
-#include "rovane/scalars/SpecialFunctions.h"
+#include "rovane/scalars/GammaBessel.h"

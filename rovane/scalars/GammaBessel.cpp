@@ -4,7 +4,7 @@
 // double> for the complex forms); the named double, single and complex entries
 // at the end of the file only choose the limits of their precision and round
 // the result once.
-#include "rovane/scalars/SpecialFunctions.h"
+#include "rovane/scalars/GammaBessel.h"
 
 #include <cfloat>
 #include <cmath>

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Writes tests/data/special_reference.csv: reference values of the gamma and
+"""Writes tests/data/gamma_bessel_reference.csv: reference values of the gamma and
 error function family and of the Bessel functions I0 and J0, computed with
 mpmath at 60 digits and written with 30 significant digits.
 
 Run with the system interpreter (Debian's python3-mpmath):
-    /usr/bin/python3 tools/make_special_reference.py
+    /usr/bin/python3 tools/make_gamma_bessel_reference.py
 
 Columns: func, x_re, x_im, a, ref_re, ref_im.
   Gamma, LnGamma, Erf, Erfc, ErfInv: x_re is the argument.
@@ -26,7 +26,7 @@ mp.dps = 60
 random.seed(20240611)
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-OUT = os.path.join(HERE, "..", "tests", "data", "special_reference.csv")
+OUT = os.path.join(HERE, "..", "tests", "data", "gamma_bessel_reference.csv")
 
 MAXGAM = struct.unpack("<d", struct.pack("<Q", 0x406573FAE561F62E))[0]
 MAXLGM = 2.556348e305

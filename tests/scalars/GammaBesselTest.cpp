@@ -1,6 +1,6 @@
 // Gamma and error function family and the Bessel set: accuracy against the
-// reference table tests/data/special_reference.csv (written by
-// tools/make_special_reference.py with mpmath), and the edge rules.
+// reference table tests/data/gamma_bessel_reference.csv (written by
+// tools/make_gamma_bessel_reference.py with mpmath), and the edge rules.
 #include <gtest/gtest.h>
 
 #include <cfloat>
@@ -32,7 +32,7 @@ struct RefRow {
 const std::vector<RefRow>& Table() {
     static const std::vector<RefRow> rows = [] {
         std::vector<RefRow> out;
-        std::ifstream in(std::string(ROVANE_TEST_DATA_DIR) + "/special_reference.csv");
+        std::ifstream in(std::string(ROVANE_TEST_DATA_DIR) + "/gamma_bessel_reference.csv");
         std::string line;
         std::getline(in, line);  // header
         while (std::getline(in, line)) {
