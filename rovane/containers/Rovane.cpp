@@ -169,6 +169,25 @@ void DirectSelf(TRovane& self, int32_t index) {
     });
 }
 
+// Forgets memory without releasing it, shared by TVec and TMtx: this is how
+// adopted memory is given back and a view is cut loose from a vanished source.
+void DisownCore(TRovane& self) {
+    self.fLength = 0;
+    self.ValuesPointer = nullptr;
+    self.SData = nullptr;
+    self.CData = nullptr;
+    self.SSData = nullptr;
+    self.SCData = nullptr;
+    self.fActualSizeInBytes = 0;
+    self.FDataOffset = 0;
+    self.FCDataOffset = 0;
+    self.fComplex = false;
+    self.fFloatPrecision = self.fIsDouble ? rvDouble : rvSingle;
+    self.fIsSubRange = false;
+    self.fSubRangeLevel = -1;  // cut loose: no level is left open
+    self.aPoint = nullptr;
+}
+
 }  // namespace
 
 // ===========================================================================
@@ -360,20 +379,7 @@ void TVec::Disown(void*& pointer, int32_t& length, bool& isComplex, bool& isDoub
 }
 
 void TVec::Disown() {
-    fLength = 0;
-    ValuesPointer = nullptr;
-    SData = nullptr;
-    CData = nullptr;
-    SSData = nullptr;
-    SCData = nullptr;
-    fActualSizeInBytes = 0;
-    FDataOffset = 0;
-    FCDataOffset = 0;
-    fComplex = false;
-    fFloatPrecision = fIsDouble ? rvDouble : rvSingle;
-    fIsSubRange = false;
-    fSubRangeLevel = -1;  // cut loose: no level is left open
-    aPoint = nullptr;
+    DisownCore(*this);
     HookPointers();
 }
 
@@ -605,19 +611,7 @@ TMtx& TMtx::Adopt(void* pointer, int32_t rows, int32_t cols, TMtxFloatPrecision 
 }
 
 void TMtx::Disown() {
-    fLength = 0;
-    ValuesPointer = nullptr;
-    SData = nullptr;
-    CData = nullptr;
-    SSData = nullptr;
-    SCData = nullptr;
-    fActualSizeInBytes = 0;
-    FDataOffset = 0;
-    FCDataOffset = 0;
-    fComplex = false;
-    fFloatPrecision = fIsDouble ? rvDouble : rvSingle;
-    fIsSubRange = false;
-    aPoint = nullptr;
+    DisownCore(*this);
     SetShape(0, 0);
     fQuadratic = false;
     HookPointers();
