@@ -13,6 +13,16 @@ class TVec;
 class TMtx;
 class TVecInt;
 
+// The four public forms of a unary member and its range core (the one place
+// that dispatches on precision): in place, in place on a range, out of place
+// (Self sized like X), and out of place into an existing range of Self.
+#define ROVANE_UNARY_MEMBER(CLS, OP)                                          \
+    CLS& OP();                                                                \
+    CLS& OP(int32_t index, int32_t len);                                      \
+    CLS& OP(const TRovane& x);                                                \
+    CLS& OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len);   \
+    static void OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex);
+
 // Defaults read by the constructors; set through the controller.
 ROVANE_API extern bool VecConditionCheckDefault;
 ROVANE_API extern bool MtxConditionCheckDefault;
@@ -171,6 +181,20 @@ public:
         dst.SetLength(fComplex && !IsComplexElement<T> ? 2 * fLength : fLength);
     }
 
+    // ==== elementwise math ==============================================
+    // ---- trigonometric and hyperbolic functions (Trigonometric.cpp) -----
+    // ---- end of trigonometric and hyperbolic functions ------------------
+
+    // ---- powers, roots, exponentials and logarithms (Powers.cpp) ---------
+    ROVANE_UNARY_MEMBER(TRovane, Sqrt)
+    // ---- end of powers, roots, exponentials and logarithms ---------------
+
+    // ---- rounding, sign, remainder and complex parts (Parts.cpp) ---------
+    // ---- end of rounding, sign, remainder and complex parts --------------
+
+    // ---- thresholds, replacement and random values (Thresholds.cpp) -----
+    // ---- end of thresholds, replacement and random values ----------------
+
 protected:
     template <class T>
     static constexpr bool IsComplexElement = std::is_same_v<T, TCplx> || std::is_same_v<T, TSCplx>;
@@ -213,6 +237,9 @@ public:
     TDenseRovane& Add(const TRovane& vec, const TCplx& value);
     TDenseRovane& Add(const TRovane& vec, double value, int32_t vecIndex, int32_t index, int32_t len);
     TDenseRovane& Add(const TRovane& vec, const TCplx& value, int32_t vecIndex, int32_t index, int32_t len);
+
+    // ---- the further arithmetic families (Arithmetic.cpp) ---------------
+    // ---- end of the further arithmetic families --------------------------
 };
 
 }  // namespace rovane

@@ -54,21 +54,6 @@ struct FamilyOps;
 ROVANE_FAMILY_OPS(AddTag, Add)
 #undef ROVANE_FAMILY_OPS
 
-// Real and complex base + index of an operand for field type F.
-template <class F>
-struct RealAt {
-    F* p;
-    int32_t i;
-    explicit RealAt(const TRovaneSample& o, int32_t at = 0) : p(Base<F>(o)), i(Offset<F>(o) + at) {}
-};
-template <class F>
-struct CplxAt {
-    ComplexOf<F>* p;
-    int32_t i;
-    explicit CplxAt(const TRovaneSample& o, int32_t at = 0)
-        : p(Base<ComplexOf<F>>(o)), i(Offset<ComplexOf<F>>(o) + at) {}
-};
-
 // The forms of a commutative two-operand family (x op y == y op x), written
 // once over its primitive table. `name` is the family name in messages.
 template <class Tag>

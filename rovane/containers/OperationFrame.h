@@ -60,6 +60,33 @@ ComplexOf<F> Narrow(const TCplx& v) {
     return ComplexOf<F>(static_cast<F>(v.Re), static_cast<F>(v.Im));
 }
 
+// The double or single member of a twin pair, by the field type F:
+// Pick<F>(ippsSin_64f_A53_Idx, sippsSin_32f_A24_Idx)(x, xi, d, di, len).
+template <class F, class D, class S>
+constexpr auto Pick(D d, S s) {
+    if constexpr (std::is_same_v<F, double>)
+        return d;
+    else
+        return s;
+}
+
+// Real and complex base + element index of an operand for field type F.
+template <class F>
+struct RealAt {
+    F* p;
+    int32_t i;
+    explicit RealAt(const TRovaneSample& o, int32_t at = 0) : p(Base<F>(o)), i(Offset<F>(o) + at) {}
+    F* ptr() const { return p + i; }
+};
+template <class F>
+struct CplxAt {
+    ComplexOf<F>* p;
+    int32_t i;
+    explicit CplxAt(const TRovaneSample& o, int32_t at = 0)
+        : p(Base<ComplexOf<F>>(o)), i(Offset<ComplexOf<F>>(o) + at) {}
+    ComplexOf<F>* ptr() const { return p + i; }
+};
+
 // A TVec from the calling thread's cache, given back on scope exit.
 class CachedVec {
 public:
@@ -74,4 +101,73 @@ private:
     TVec* fVec = nullptr;
 };
 
+// N real scratch runs of `len` elements of field F, each a cached TVec,
+// given back on scope exit (also when an exception passes).
+template <class F, int N>
+class Scratch {
+public:
+    explicit Scratch(int32_t len) {
+        for (int k = 0; k < N; ++k) {
+            fVec[k]->Size(len, false, std::is_same_v<F, double>);
+            fPtr[k] = Base<F>(*fVec[k]) + Offset<F>(*fVec[k]);
+        }
+    }
+    F* operator[](int k) const { return fPtr[k]; }
+    TVec& Vec(int k) const { return *fVec[k]; }
+
+private:
+    CachedVec fVec[N];
+    F* fPtr[N];
+};
+
+// Texts of a unary member: Self = X in the out-of-place form, and unequal
+// complexity in the range form.
+struct UnaryTexts {
+    const char* selfIsX;
+    const char* complexDiffers;
+};
+
+// The unary family's range core: writes len elements of dst from src.
+using UnaryCore = void (*)(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex);
+
+// The four public forms of a unary member, written once; each ends in the
+// member's range core.
+TRovane& UnaryInPlace(TRovane& self, UnaryCore core);
+TRovane& UnaryInPlace(TRovane& self, int32_t index, int32_t len, UnaryCore core);
+TRovane& UnaryFrom(TRovane& self, const TRovane& x, const UnaryTexts& texts, UnaryCore core);
+TRovane& UnaryFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
+                   const UnaryTexts& texts, UnaryCore core);
+
+// Dispatches a range core to fn.template operator()<F, Cplx>(src pointer,
+// dst pointer): F the field type, Cplx whether the destination is complex.
+// Pointers are already advanced to the range starts.
+template <class Fn>
+void ByRange(const TRovane& src, TRovane& dst, int32_t dstIndex, int32_t srcIndex, Fn&& fn) {
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        if (dst.fComplex)
+            fn(static_cast<const ComplexOf<F>*>(CplxAt<F>(src, srcIndex).ptr()), CplxAt<F>(dst, dstIndex).ptr());
+        else
+            fn(static_cast<const F*>(RealAt<F>(src, srcIndex).ptr()), RealAt<F>(dst, dstIndex).ptr());
+    });
+}
+
 }  // namespace rovane::frame
+
+// Stamps the four forms and the range core of a unary member whose core is
+// the function `CORE` (a UnaryCore) in the defining file.
+#define ROVANE_UNARY_DEFINE(CLS, OP, CORE, SELF_TEXT, COMPLEX_TEXT)                                         \
+    CLS& CLS::OP() { return static_cast<CLS&>(frame::UnaryInPlace(*this, CORE)); }                         \
+    CLS& CLS::OP(int32_t index, int32_t len) {                                                             \
+        return static_cast<CLS&>(frame::UnaryInPlace(*this, index, len, CORE));                            \
+    }                                                                                                      \
+    CLS& CLS::OP(const TRovane& x) {                                                                       \
+        return static_cast<CLS&>(frame::UnaryFrom(*this, x, {SELF_TEXT, COMPLEX_TEXT}, CORE));             \
+    }                                                                                                      \
+    CLS& CLS::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {                           \
+        return static_cast<CLS&>(frame::UnaryFrom(*this, x, xIndex, index, len, {SELF_TEXT, COMPLEX_TEXT}, \
+                                                  CORE));                                                  \
+    }                                                                                                      \
+    void CLS::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {      \
+        CORE(src, dst, len, dstIndex, srcIndex);                                                           \
+    }

@@ -3,35 +3,15 @@
 #include <gtest/gtest.h>
 #include <rovane/Rovane.h>
 
+#include "ContainerTestUtil.h"
+
 #include <string>
 #include <vector>
 
 using namespace rovane;
+using namespace rovane::test;
 
 namespace {
-
-// Builds a vector from reals (or (re, im) pairs when complex).
-void Fill(TVec& v, std::initializer_list<double> values, bool complex = false, bool isDouble = true) {
-    v.Size(0, complex, isDouble);
-    v.SetIt(complex, values);
-}
-
-std::vector<double> Reals(const TVec& v) {
-    std::vector<double> out;
-    const int32_t n = v.Complex() ? 2 * v.Length() : v.Length();
-    for (int32_t i = 0; i < n; ++i) out.push_back(v[i]);
-    return out;
-}
-
-template <class E, class F>
-void ExpectMessage(F&& f, const std::string& text) {
-    try {
-        f();
-        FAIL() << "no exception, expected: " << text;
-    } catch (const E& e) {
-        EXPECT_EQ(std::string(e.what()), text);
-    }
-}
 
 class AddPrecision : public ::testing::TestWithParam<bool> {};
 

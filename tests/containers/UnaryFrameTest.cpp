@@ -1,0 +1,48 @@
+// The four forms of a unary member, shown on Sqrt: in place, ranges, out of
+// place with sizing, range into an existing Self, and their failure texts.
+#include <cmath>
+
+#include "ContainerTestUtil.h"
+
+using namespace rovane;
+using namespace rovane::test;
+
+TEST(UnaryFrame, FourFormsAcrossPrecisions) {
+    for (bool isDouble : {true, false}) {
+        TVec a, b;
+        Fill(a, {4, 9, 16, 25}, false, isDouble);
+        b.Sqrt(a);
+        EXPECT_EQ(b.Length(), 4);
+        EXPECT_EQ(b.IsDouble(), isDouble);
+        EXPECT_EQ(Reals(b), (std::vector<double>{2, 3, 4, 5}));
+
+        a.Sqrt(1, 2);
+        EXPECT_EQ(Reals(a), (std::vector<double>{4, 3, 4, 25}));
+        a.Sqrt(3, -1);  // -1 runs to the end
+        EXPECT_EQ(Reals(a), (std::vector<double>{4, 3, 4, 5}));
+
+        Fill(b, {0, 0, 0}, false, isDouble);
+        b.Sqrt(a, 0, 1, 2);
+        const double r3 = isDouble ? std::sqrt(3.0) : double(std::sqrt(3.0f));
+        EXPECT_EQ(Reals(b), (std::vector<double>{0, 2, r3}));
+        a.Sqrt();
+        EXPECT_EQ(a[0], 2);
+    }
+}
+
+TEST(UnaryFrame, ComplexTakesTheComplexPath) {
+    TVec a, b;
+    Fill(a, {-4, 0, 0, 2}, true);
+    b.Sqrt(a);
+    ASSERT_TRUE(b.Complex());
+    EXPECT_EQ(Reals(b), (std::vector<double>{0, 2, 1, 1}));
+}
+
+TEST(UnaryFrame, FailureTexts) {
+    TVec a, b;
+    Fill(a, {1, 2, 3});
+    ExpectMessage<ERovaneInvalidArgument>([&] { a.Sqrt(a); }, "Sqrt: X = Self");
+    Fill(b, {1, 2, 3, 4}, true);
+    ExpectMessage<ERovaneInvalidArgument>([&] { b.Sqrt(a, 0, 0, 2); }, "Sqrt: Self.Complex <> X.Complex");
+    ExpectMessage<ERovaneRangeError>([&] { a.Sqrt(2, 2); }, "Self params out of range: Index: 2, Len: 2, Length: 3");
+}
