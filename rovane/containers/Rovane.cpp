@@ -59,7 +59,7 @@ void SizeCore(TRovane& self, int32_t aLength, TMtxFloatPrecision precision, cons
 }
 
 // Reset steps shared by TVec and TMtx.
-void ResetCore(TRovane& self, const char* kind) {
+void ResetCore(TDenseRovane& self, const char* kind) {
     self.SetFullRange();
     if (self.fSubRangeLevel >= 0)
         ERaiseFmt("%s.Reset: fSubRangeLevel >= 0; Unmatched SetSubRangeLevel/SetFullRangeLevel calls! fSubRangeLevel = %d",
@@ -76,11 +76,9 @@ void ResetCore(TRovane& self, const char* kind) {
     self.FTag = 0;
     self.Alfa = TCplx(1, 0);
     self.Beta = TCplx(0, 0);
-    if (auto* dense = dynamic_cast<TDenseRovane*>(&self)) {
-        dense->fFFTStorageFormat = fsfCCS;
-        dense->fFFTScrambledOrder = false;
-        dense->fFFTOddLength = false;
-    }
+    self.fFFTStorageFormat = fsfCCS;
+    self.fFFTScrambledOrder = false;
+    self.fFFTOddLength = false;
     if (!self.fIsDouble) self.setActualSize(0);
     self.fIsDouble = true;
     self.fFloatPrecision = rvDouble;

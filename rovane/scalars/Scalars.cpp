@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <pthread.h>
 #include <thread>
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -239,7 +240,8 @@ void EInvalidArgumentRaise(std::string_view msg) { throw ERovaneInvalidArgument(
 // ---------------------------------------------------------------------------
 // Machine services.
 // ---------------------------------------------------------------------------
-uint64_t IntGetCurrentThreadId() { return static_cast<uint64_t>(std::hash<std::thread::id>{}(std::this_thread::get_id())); }
+// The POSIX thread handle: unique among live threads and never zero.
+uint64_t IntGetCurrentThreadId() { return static_cast<uint64_t>(pthread_self()); }
 int32_t IntInterlockedExchange(std::atomic<int32_t>& target, int32_t value) { return target.exchange(value); }
 int32_t IntInterlockedIncrement(std::atomic<int32_t>& target) { return target.fetch_add(1) + 1; }
 int32_t IntInterlockedDecrement(std::atomic<int32_t>& target) { return target.fetch_sub(1) - 1; }

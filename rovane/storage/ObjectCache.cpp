@@ -200,7 +200,16 @@ TRovanePoolItem::TRovanePoolItem(int32_t poolIndex) { SetPoolIndex(poolIndex); }
 
 TRovanePoolItem::~TRovanePoolItem() = default;
 
+namespace {
+// Bumped whenever a pool changes owner or the pools are rebuilt: a thread's
+// remembered pool index is valid while the generation it read is current.
+std::atomic<uint32_t> gPoolGeneration{1};
+thread_local uint32_t tPoolGeneration = 0;
+thread_local int32_t tPoolIndex = 0;
+}  // namespace
+
 void TRovanePoolItem::SetThreadID(uint64_t id) {
+    gPoolGeneration.fetch_add(1, std::memory_order_acq_rel);
     fThreadID = id;
     Vec.ThreadId = VecInt.ThreadId = Mtx.ThreadId = MtxInt.ThreadId = id;
 }
@@ -231,7 +240,10 @@ TRovaneController::~TRovaneController() {
     Pool = TArray<TRovanePoolItem*>();
 }
 
-void TRovaneController::MarkMainThread() { MainThreadID = IntGetCurrentThreadId(); }
+void TRovaneController::MarkMainThread() {
+    MainThreadID = IntGetCurrentThreadId();
+    gPoolGeneration.fetch_add(1, std::memory_order_acq_rel);
+}
 
 void TRovaneController::SetThreadDimension(int32_t value) {
     if (value == fThreadDimension && Pool.Length() > 0) return;
@@ -388,11 +400,21 @@ int32_t TRovaneController::UnusedThreadDimension() {
 }
 
 int32_t TRovaneController::GetPoolIndex() const {
+    // The generation is read before the pools: a change after this point
+    // bumps it again, so a stale answer is never remembered as current.
+    const uint32_t generation = gPoolGeneration.load(std::memory_order_acquire);
+    if (generation == tPoolGeneration) return tPoolIndex;
     const uint64_t me = IntGetCurrentThreadId();
-    if (me == MainThreadID) return 0;
-    for (int32_t i = 1; i < Pool.Length(); ++i)
-        if (Pool[i]->ThreadID() == me) return i;
-    return 0;
+    int32_t index = 0;
+    if (me != MainThreadID)
+        for (int32_t i = 1; i < Pool.Length(); ++i)
+            if (Pool[i]->ThreadID() == me) {
+                index = i;
+                break;
+            }
+    tPoolIndex = index;
+    tPoolGeneration = generation;
+    return index;
 }
 
 template <class T>
