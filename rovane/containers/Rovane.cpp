@@ -417,8 +417,15 @@ TMtx& TMtx::Size(int32_t aRows, int32_t aCols, TMtxFloatPrecision precision) {
         ERaise(
             "TMtx.IsSubRange = True! Destination would need to be resized, but is already subranged from another "
             "object. Both FloatPrecision and Length of source and destination would need to match.");
+    // A refused size leaves the shape as it was.
+    const int32_t oldRows = fRows, oldCols = fCols;
     SetShape(aRows, aCols);
-    SizeCore(*this, length, precision, "TMtx");
+    try {
+        SizeCore(*this, length, precision, "TMtx");
+    } catch (...) {
+        SetShape(oldRows, oldCols);
+        throw;
+    }
     FireOnSetSize();
     return *this;
 }
@@ -514,9 +521,7 @@ void TMtx::SubRangeLoadState() {
 
 void TMtx::SetSubRangeDirect(int32_t index, int32_t len) {
     DirectSelf(*this, index);
-    fRows = 1;
-    fCols = len;
-    fLeadingCols = len;
+    SetShape(1, len);
     fIsSubRange = true;
     HookPointers();
     fActualSizeInBytes = int64_t(len) * ElemSize();
@@ -529,9 +534,7 @@ void TMtx::SetSubRangeDirect(TRovaneBase& src, int32_t index, int32_t len) {
     if (!s || (src.fRovaneType != rvTVec && src.fRovaneType != rvTMtx))
         ERaise("TMtx.SetSubRange: Src is not of TVec or TMtx type!");
     DirectFromSrc(*this, *s, index, len);
-    fRows = 1;
-    fCols = len;
-    fLeadingCols = len;
+    SetShape(1, len);
     fIsSubRange = true;
     HookPointers();
     fActualSizeInBytes = int64_t(len) * ElemSize();
