@@ -148,6 +148,17 @@ void BM_Arith(benchmark::State& st) {
                     ippsExp_64f_A53_Idx(t1.data(), 0, t1.data(), 0, len);
                     ippsRealToCplx_64f_Idx(t4.data(), 0, t3.data(), 0, dc, 0, len);
                     MulVeccd_Idx(dc, 0, t1.data(), 0, dc, 0, len);
+                } else if (impl == kSleef) {
+                    // SLEEF's exp and sincos on four split elements at a time.
+                    alignas(32) double re[4], im[4];
+                    for (size_t i = 0; i + 4 <= n; i += 4) {
+                        for (int j = 0; j < 4; ++j) re[j] = x[2 * (i + j)], im[j] = x[2 * (i + j) + 1];
+                        const __m256d e = Sleef_expd4_u10avx2(_mm256_load_pd(re));
+                        const Sleef___m256d_2 sc = Sleef_sincosd4_u10avx2(_mm256_load_pd(im));
+                        _mm256_store_pd(re, _mm256_mul_pd(e, sc.y));
+                        _mm256_store_pd(im, _mm256_mul_pd(e, sc.x));
+                        for (int j = 0; j < 4; ++j) d[2 * (i + j)] = re[j], d[2 * (i + j) + 1] = im[j];
+                    }
                 } else if (impl == kStd) for (size_t i = 0; i < n; ++i) ds[i] = std::exp(xs[i]);
                 else ecd = ecx.exp();
                 break;
@@ -166,7 +177,8 @@ void MathArgs(benchmark::internal::Benchmark* b) {
 void ArithArgs(benchmark::internal::Benchmark* b) {
     for (int64_t op : {kAdd, kMul, kAxpy, kCMul, kCExp})
         for (int64_t n : {1000, 1000000})
-            for (int64_t impl : {kRovane, kStd, kEigen}) b->Args({n, impl, op});
+            for (int64_t impl : {kRovane, kSleef, kStd, kEigen})
+                if (impl != kSleef || op == kCExp) b->Args({n, impl, op});
 }
 
 BENCHMARK_TEMPLATE(BM_Sin, double)->Apply(MathArgs);
