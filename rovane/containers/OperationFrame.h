@@ -120,6 +120,19 @@ private:
     F* fPtr[N];
 };
 
+// Elements per chunk of a composition on split parts: its real temporaries
+// then fit a cache slot and stay in the processor's cache between the steps.
+inline constexpr int32_t kCompositionChunk = 2048;
+
+// Runs fn(offset, count) over [0, len) chunk by chunk. Each step of a
+// composition is still one primitive call over a whole run (the chunk), and
+// elementwise results do not depend on the chunking.
+template <class Fn>
+void InChunks(int32_t len, Fn&& fn) {
+    for (int32_t offset = 0; offset < len; offset += kCompositionChunk)
+        fn(offset, len - offset < kCompositionChunk ? len - offset : kCompositionChunk);
+}
+
 // Texts of a unary member: Self = X in the out-of-place form, and unequal
 // complexity in the range form.
 struct UnaryTexts {
