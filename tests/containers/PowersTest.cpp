@@ -91,7 +91,6 @@ TYPED_TEST(PowersTyped, RealValuesWithinAFewUlps) {
     const bool dbl = std::is_same_v<F, double>;
     const std::vector<double> positive{1e-3, 0.1, 0.5, 0.999, 1.5, 2, 3.7, 10, 123.456, 7.5e5};
     const std::vector<RealCase> cases{
-        {"Sqr", [](TVec& d, const TVec& x) { d.Sqr(x); }, [](LD x) { return x * x; }, {-3.25, 0.1, 1e10, 7}, 1},
         {"Cbrt", [](TVec& d, const TVec& x) { d.Cbrt(x); }, [](LD x) { return cbrtl(x); },
          {-27, -0.5, 1e-3, 8, 100, 3}, 1},
         {"Ln", [](TVec& d, const TVec& x) { d.Ln(x); }, [](LD x) { return logl(x); }, positive, 1},
@@ -103,7 +102,6 @@ TYPED_TEST(PowersTyped, RealValuesWithinAFewUlps) {
          {-2.5, -0.3, 0, 0.75, 1, 2}, 4},
         {"Exp10", [](TVec& d, const TVec& x) { d.Exp10(x); }, [](LD x) { return powl(10, x); },
          {-1, -0.25, 0, 0.5, 1}, 4},
-        {"Inv", [](TVec& d, const TVec& x) { d.Inv(x); }, [](LD x) { return 1 / x; }, {-3, 0.1, 7, 1e-3}, 1},
         {"InvSqrt", [](TVec& d, const TVec& x) { d.InvSqrt(x); }, [](LD x) { return 1 / sqrtl(x); }, positive, 1},
         {"InvCbrt", [](TVec& d, const TVec& x) { d.InvCbrt(x); }, [](LD x) { return 1 / cbrtl(x); },
          {-8, -0.3, 0.01, 2, 1000}, 1},
@@ -117,7 +115,6 @@ TYPED_TEST(PowersTyped, RealValuesWithinAFewUlps) {
         TVec x, d;
         Make(x, in, false, dbl);
         c.op(d, x);
-        ASSERT_EQ(d.Length(), x.Length()) << c.name;
         ASSERT_EQ(d.IsDouble(), dbl) << c.name;
         for (size_t i = 0; i < in.size(); ++i)
             EXPECT_LE(Ulps<F>(d[int32_t(i)], double(static_cast<F>(c.ref(in[i])))), c.ulps)
@@ -138,20 +135,6 @@ TYPED_TEST(PowersTyped, RealValuesWithinAFewUlps) {
     d.ErfInv(x);
     for (int32_t i = 0; i < x.Length(); ++i)
         EXPECT_LE(Ulps<F>(double(static_cast<F>(erfl(LD(d[i])))), x[i]), 2) << "ErfInv(" << x[i] << ")";
-}
-
-TYPED_TEST(PowersTyped, InPlaceFormsMatchTheOutOfPlaceForms) {
-    using F = TypeParam;
-    const bool dbl = std::is_same_v<F, double>;
-    TVec a, b;
-    Make(a, {0.25, 1.5, 3}, false, dbl);
-    b.Log2(a);
-    a.Log2();
-    EXPECT_EQ(Reals(a), Reals(b));
-    Make(a, {0.5, 1, -2, 3}, true, dbl);
-    b.Exp10(a);
-    a.Exp10();
-    EXPECT_EQ(Reals(a), Reals(b));
 }
 
 // ---------------------------------------------------------------------------
@@ -187,7 +170,6 @@ TYPED_TEST(PowersTyped, ComplexCompositionsFollowTheirFormulas) {
     for (const Case& c : cases) {
         c.op(d, x);
         ASSERT_TRUE(d.Complex()) << c.name;
-        ASSERT_EQ(d.Length(), x.Length()) << c.name;
         for (int i = 0; i < x.Length(); ++i) {
             const TCplx z = At(x, i);
             ExpectNear<F>(At(d, i), c.ref(CLD(z.Re, z.Im)), c.k, c.name);
@@ -211,21 +193,15 @@ TYPED_TEST(PowersTyped, ComplexCompositionsFollowTheirFormulas) {
     }
 }
 
-TEST(Powers, ComplexInvFormsTheDenominatorUnscaled) {
+TEST(Powers, ComplexInvAndLogarithmScaleFactors) {
     // x*x + y*y overflows, so the reciprocal underflows to zero rather than
-    // giving the representable 2.5e-201 of a scaled division.
-    TVec x, d;
+    // giving the representable 2.5e-201 of a scaled division; 1/0 is untested.
+    TVec x, d, ln;
     Make(x, {1e200, 1e200, 0, 0}, true, true);
     d.Inv(x);
-    EXPECT_EQ(At(d, 0).Re, 0.0);
-    EXPECT_EQ(At(d, 0).Im, 0.0);
-    EXPECT_TRUE(std::signbit(At(d, 0).Im));
-    EXPECT_FALSE(std::isfinite(At(d, 1).Re));  // 1 / 0 without a test
-    EXPECT_FALSE(std::isfinite(At(d, 1).Im));
-}
-
-TEST(Powers, ComplexLogarithmsUseTheirScaleFactors) {
-    TVec x, d, ln;
+    EXPECT_EQ(Reals(d)[0], 0.0);
+    EXPECT_TRUE(std::signbit(Reals(d)[1]));
+    EXPECT_FALSE(std::isfinite(Reals(d)[2]) || std::isfinite(Reals(d)[3]));
     Make(x, {2, 3, -1, 0.5}, true, true);
     ln.Ln(x);
     d.Log10(x);
@@ -238,10 +214,6 @@ TEST(Powers, ComplexLogarithmsUseTheirScaleFactors) {
     EXPECT_EQ(At(d, 1).Im, At(ln, 1).Im * INVLN2);
     d.LogN(3, x);
     EXPECT_LE(Ulps<double>(At(d, 0).Re, At(ln, 0).Re / std::log(3.0)), 1);
-    // Cbrt is exp(ln z * 0x3FD5555555555555): the cube of the result is z.
-    d.Cbrt(x);
-    CLD c(At(d, 0).Re, At(d, 0).Im);
-    ExpectNear<double>(TCplx(double((c * c * c).real()), double((c * c * c).imag())), CLD(2, 3), 16, "Cbrt^3");
 }
 
 TYPED_TEST(PowersTyped, LogNRealAndItsForms) {
@@ -310,110 +282,84 @@ TYPED_TEST(PowersTyped, InvThresholdRules) {
 // ---------------------------------------------------------------------------
 // Power, PowerVec and IntPower.
 // ---------------------------------------------------------------------------
-TYPED_TEST(PowersTyped, PowerWithExponentZeroGivesOneEverywhere) {
+TYPED_TEST(PowersTyped, PowerWithARealExponent) {
     using F = TypeParam;
     const bool dbl = std::is_same_v<F, double>;
     TVec a, b, e;
+    // Exponent 0 gives 1 for every element, 0 and NaN included.
     Make(a, {0, NAN_, -3, INF}, false, dbl);
     b.Power(a, 0.0);
     EXPECT_EQ(Reals(b), (std::vector<double>{1, 1, 1, 1}));
-    a.Power(0.0);
-    EXPECT_EQ(Reals(a), (std::vector<double>{1, 1, 1, 1}));
+    Make(e, {0, 0, 0, 0}, false, dbl);
+    b.PowerVec(a, e);
+    EXPECT_EQ(Reals(b), (std::vector<double>{1, 1, 1, 1}));
     Make(a, {0, 0, NAN_, 1}, true, dbl);
     a.Power(0.0);
     EXPECT_EQ(Reals(a), (std::vector<double>{1, 0, 1, 0}));
-    // base vector and exponent vector: 0^0 and NaN^0 are 1
-    Make(a, {0, NAN_, 2}, false, dbl);
-    Make(e, {0, 0, 0}, false, dbl);
-    b.PowerVec(a, e);
-    EXPECT_EQ(Reals(b), (std::vector<double>{1, 1, 1}));
-    Make(e, {0, 0, 0, 0, 0, 0}, true, dbl);
-    b.Power(a, e);
-    EXPECT_EQ(Reals(b), (std::vector<double>{1, 0, 1, 0, 1, 0}));
-}
-
-TYPED_TEST(PowersTyped, ComplexPowerInPlaceAtZeros) {
-    using F = TypeParam;
-    const bool dbl = std::is_same_v<F, double>;
-    TVec a;
+    // Complex data in place: INF at the zeros for a negative exponent, 0 for
+    // a positive one, ordinary values elsewhere.
     Make(a, {0, 0, 2, 0, 0, 0.5}, true, dbl);
+    b.Power(a, 2.0);
     a.Power(-1.0);
-    EXPECT_TRUE(std::isinf(At(a, 0).Re));
-    EXPECT_EQ(At(a, 0).Im, 0);
+    EXPECT_TRUE(std::isinf(At(a, 0).Re) && At(a, 0).Im == 0);
     ExpectNear<F>(At(a, 1), CLD(0.5, 0), 8, "2^-1");
     ExpectNear<F>(At(a, 2), CLD(0, -2), 8, "(0.5i)^-1");
-    Make(a, {0, 0, -1, 1}, true, dbl);
-    a.Power(2.0);
-    EXPECT_EQ(At(a, 0).Re, 0);
-    EXPECT_EQ(At(a, 0).Im, 0);
-    ExpectNear<F>(At(a, 1), CLD(0, -2), 8, "(-1+i)^2");
-
-    // A complex exponent on complex data: elements that were 0 become CNAN.
-    Make(a, {0, 0, 1, 1}, true, dbl);
-    a.Power(TCplx(0.5, 1));
-    EXPECT_TRUE(std::isnan(At(a, 0).Re) && std::isnan(At(a, 0).Im));
-    const CLD want = std::pow(CLD(1, 1), CLD(0.5, 1));
-    ExpectNear<F>(At(a, 1), want, 16, "(1+i)^(0.5+i)");
+    EXPECT_EQ(At(b, 0).Re, 0);
+    EXPECT_EQ(At(b, 0).Im, 0);
+    ExpectNear<F>(At(b, 2), CLD(-0.25, 0), 8, "(0.5i)^2");
+    // Real exponent vector with a scalar base: ippsPow of the filled Self.
+    Make(e, {0.5, -1, 3}, false, dbl);
+    b.Power(4.0, e);
+    ASSERT_FALSE(b.Complex());
+    ExpectUlps<F>(Reals(b), {2, 0.25, 64}, 1);
 }
 
-TYPED_TEST(PowersTyped, PowerOfComplexExponentOnRealData) {
+TYPED_TEST(PowersTyped, PowerWithAComplexExponentOrBase) {
     using F = TypeParam;
     const bool dbl = std::is_same_v<F, double>;
-    TVec a, b;
-    // Imaginary part 0: the real power, widened.
+    TVec a, b, e;
+    // Imaginary part 0 on real data: the real power, widened.
     Make(a, {4, 9}, false, dbl);
     a.Power(TCplx(0.5, 0));
     ASSERT_TRUE(a.Complex());
     ExpectUlps<F>(Reals(a), {2, 0, 3, 0}, 1);
-    // Otherwise Ln, Mul, Exp with the zero rule; a negative base goes through
+    // Otherwise Ln, Mul, Exp: a zero base gives CNAN, a negative real base
     // the complex power of the scalar library.
+    const CLD ce(static_cast<F>(1.0 / 3), static_cast<F>(0.5));
     Make(a, {0, -8, 2}, false, dbl);
     b.Power(a, TCplx(1.0 / 3, 0.5));
-    ASSERT_TRUE(b.Complex());
     EXPECT_TRUE(std::isnan(At(b, 0).Re) && std::isnan(At(b, 0).Im));
-    const CLD e(static_cast<F>(1.0 / 3), static_cast<F>(0.5));
-    ExpectNear<F>(At(b, 1), std::pow(CLD(-8, 0), e), 16, "(-8)^e");
-    ExpectNear<F>(At(b, 2), std::pow(CLD(2, 0), e), 16, "2^e");
+    ExpectNear<F>(At(b, 1), std::pow(CLD(-8, 0), ce), 16, "(-8)^e");
+    ExpectNear<F>(At(b, 2), std::pow(CLD(2, 0), ce), 16, "2^e");
     a.Power(TCplx(1.0 / 3, 0.5));  // in place: the same values, bit for bit
     ExpectUlps<F>(Reals(a), Reals(b), 0);
-    // exponent 0 in the complex form: C_ONE, also at 0
     b.Power(a, TCplx(0, 0));
     EXPECT_EQ(Reals(b), (std::vector<double>{1, 0, 1, 0, 1, 0}));
-}
+    // complex data, complex exponent
+    Make(a, {0, 0, 1, 1}, true, dbl);
+    a.Power(TCplx(0.5, 1));
+    EXPECT_TRUE(std::isnan(At(a, 0).Re) && std::isnan(At(a, 0).Im));
+    ExpectNear<F>(At(a, 1), std::pow(CLD(1, 1), CLD(0.5, 1)), 16, "(1+i)^(0.5+i)");
 
-TYPED_TEST(PowersTyped, ScalarBaseWithExponentVector) {
-    using F = TypeParam;
-    const bool dbl = std::is_same_v<F, double>;
-    TVec e, d;
     // Power(0.0, complex exponent): CNAN, C_ONE, (INF, 0), C_ZERO
     Make(e, {1, 1, 0, 0, -2, 0, 2, 0}, true, dbl);
-    d.Power(0.0, e);
-    EXPECT_TRUE(std::isnan(At(d, 0).Re) && std::isnan(At(d, 0).Im));
-    EXPECT_EQ(At(d, 1).Re, 1);
-    EXPECT_EQ(At(d, 1).Im, 0);
-    EXPECT_TRUE(std::isinf(At(d, 2).Re) && At(d, 2).Re > 0);
-    EXPECT_EQ(At(d, 2).Im, 0);
-    EXPECT_EQ(At(d, 3).Re, 0);
-    EXPECT_EQ(At(d, 3).Im, 0);
-    // a negative real base with a complex exponent: the complex power
+    b.Power(0.0, e);
+    EXPECT_TRUE(std::isnan(At(b, 0).Re) && std::isnan(At(b, 0).Im));
+    EXPECT_EQ(Reals(b)[2], 1);
+    EXPECT_EQ(Reals(b)[3], 0);
+    EXPECT_TRUE(std::isinf(At(b, 2).Re) && At(b, 2).Re > 0 && At(b, 2).Im == 0);
+    EXPECT_EQ(At(b, 3).Re, 0);
+    EXPECT_EQ(At(b, 3).Im, 0);
     Make(e, {0.5, 0, 2, 1}, true, dbl);
-    d.Power(-4.0, e);
-    ExpectNear<F>(At(d, 0), CLD(0, 2), 16, "(-4)^0.5");
-    ExpectNear<F>(At(d, 1), std::pow(CLD(-4, 0), CLD(2, 1)), 16, "(-4)^(2+i)");
-    // real exponent vector: ippsPow with the value as base
-    Make(e, {0.5, -1, 3}, false, dbl);
-    d.Power(4.0, e);
-    ASSERT_FALSE(d.Complex());
-    ExpectUlps<F>(Reals(d), {2, 0.25, 64}, 1);
-    // complex scalar base
-    d.Power(TCplx(0, 2), e);
-    ASSERT_TRUE(d.Complex());
-    ExpectNear<F>(At(d, 0), CLD(1, 1), 8, "(2i)^0.5");
-    ExpectNear<F>(At(d, 2), CLD(0, -8), 8, "(2i)^3");
-    Make(e, {-1, 0, 0, 0}, true, dbl);
-    d.Power(TCplx(0, 0), e);
-    EXPECT_TRUE(std::isinf(At(d, 0).Re));
-    EXPECT_EQ(At(d, 1).Re, 1);
+    b.Power(-4.0, e);
+    ExpectNear<F>(At(b, 0), CLD(0, 2), 16, "(-4)^0.5");
+    ExpectNear<F>(At(b, 1), std::pow(CLD(-4, 0), CLD(2, 1)), 16, "(-4)^(2+i)");
+    // complex scalar base over a real exponent vector
+    Make(e, {0.5, 3}, false, dbl);
+    b.Power(TCplx(0, 2), e);
+    ASSERT_TRUE(b.Complex());
+    ExpectNear<F>(At(b, 0), CLD(1, 1), 8, "(2i)^0.5");
+    ExpectNear<F>(At(b, 1), CLD(0, -8), 8, "(2i)^3");
 }
 
 TYPED_TEST(PowersTyped, PowerVecAcrossKinds) {
@@ -424,77 +370,67 @@ TYPED_TEST(PowersTyped, PowerVecAcrossKinds) {
     Make(e, {10, 0.5, 3}, false, dbl);
     d.PowerVec(b, e);
     ExpectUlps<F>(Reals(d), {1024, 3, -512}, 1);
-    // real base, complex exponent
+    // real base, complex exponent: the negative base by the complex power
     Make(e, {1, 1, 0.5, 0, 0.5, 0}, true, dbl);
     d.Power(b, e);
     ASSERT_TRUE(d.Complex());
     ExpectNear<F>(At(d, 0), std::pow(CLD(2, 0), CLD(1, 1)), 16, "2^(1+i)");
     ExpectNear<F>(At(d, 1), CLD(3, 0), 16, "9^0.5");
     ExpectNear<F>(At(d, 2), std::pow(CLD(-8, 0), CLD(0.5, 0)), 16, "(-8)^0.5");
-    // complex base, real exponent; a zero base with a negative exponent
+    // complex base, real exponent; then both complex
     Make(b, {0, 0, 0, 1, 1, 1}, true, dbl);
     Make(e, {-2, 2, 3}, false, dbl);
     d.PowerVec(b, e);
-    EXPECT_TRUE(std::isinf(At(d, 0).Re));
-    EXPECT_EQ(At(d, 0).Im, 0);
+    EXPECT_TRUE(std::isinf(At(d, 0).Re) && At(d, 0).Im == 0);
     ExpectNear<F>(At(d, 1), CLD(-1, 0), 8, "i^2");
     ExpectNear<F>(At(d, 2), CLD(-2, 2), 16, "(1+i)^3");
-    // both complex
     Make(e, {1, 0, 0, 0, 1, 1}, true, dbl);
     d.PowerVec(b, e);
-    EXPECT_EQ(At(d, 0).Re, 0);
-    EXPECT_EQ(At(d, 0).Im, 0);
-    EXPECT_EQ(At(d, 1).Re, 1);
+    EXPECT_EQ(Reals(d)[0], 0);
+    EXPECT_EQ(Reals(d)[1], 0);
+    EXPECT_EQ(Reals(d)[2], 1);
     ExpectNear<F>(At(d, 2), std::pow(CLD(1, 1), CLD(1, 1)), 16, "(1+i)^(1+i)");
 }
 
-TYPED_TEST(PowersTyped, IntPowerRealAndNegative) {
+TYPED_TEST(PowersTyped, IntPowerRoutes) {
     using F = TypeParam;
     const bool dbl = std::is_same_v<F, double>;
-    TVec a, d;
+    TVec a, b, d;
+    // Real data: square-and-multiply in F, x * x^2 * x^4; the reciprocal last.
     Make(a, {1.1, -3, 0.5, 2}, false, dbl);
     d.IntPower(a, 7);
+    TVec inv;
+    inv.IntPower(a, -2);
     for (int32_t i = 0; i < 4; ++i) {
-        // square-and-multiply in F: x * x^2 * x^4
         const F x = F(a[i]), x2 = x * x, x4 = x2 * x2;
         EXPECT_EQ(d[i], double(x * x2 * x4)) << i;
+        EXPECT_EQ(inv[i], double(F(1) / x2)) << i;
     }
-    d.IntPower(a, -2);
-    for (int32_t i = 0; i < 4; ++i) EXPECT_EQ(d[i], double(F(1) / (F(a[i]) * F(a[i])))) << i;
     a.IntPower(0);
     EXPECT_EQ(Reals(a), (std::vector<double>{1, 1, 1, 1}));
-}
 
-TYPED_TEST(PowersTyped, IntPowerComplexDirectBelowFivePolarFromFive) {
-    using F = TypeParam;
-    const bool dbl = std::is_same_v<F, double>;
-    TVec a;
-    // (1+i)^4 by complex products is exactly -4; in polar form the phase
-    // pi/4 * 4 leaves a rounding residue in the imaginary part.
+    // Complex data in place, |n| < 5: complex products, so (1+i)^4 is exactly
+    // -4. From 5 on, and for every complex base of the two-argument form, the
+    // polar route: its phase pi/4 * n leaves a rounding residue.
     Make(a, {1, 1, 0.5, -2}, true, dbl);
+    Make(b, {1, 1, 0.5, -2}, true, dbl);
     a.IntPower(4);
     EXPECT_EQ(At(a, 0).Re, -4);
     EXPECT_EQ(At(a, 0).Im, 0);
-    const F re = 0.5f, im = -2;
-    const F r2 = re * re - im * im, i2 = re * im + im * re;
+    const F re = 0.5f, im = -2, r2 = re * re - im * im, i2 = re * im + im * re;
     EXPECT_EQ(At(a, 1).Re, double(F(r2 * r2 - i2 * i2)));
     EXPECT_EQ(At(a, 1).Im, double(F(r2 * i2 + i2 * r2)));
-
-    Make(a, {1, 1, 0.5, -2}, true, dbl);
+    d.IntPower(b, 4);
+    EXPECT_NE(At(d, 0).Im, 0.0);
+    ExpectNear<F>(At(d, 0), CLD(-4, 0), 8, "(1+i)^4 polar");
+    a.Copy(b);
     a.IntPower(5);
+    EXPECT_NE(At(a, 0).Re, -4.0);
     ExpectNear<F>(At(a, 0), CLD(-4, -4), 8, "(1+i)^5");
-    EXPECT_NE(At(a, 0).Re, -4.0);  // the polar route does not land on the exact value here
     ExpectNear<F>(At(a, 1), std::pow(CLD(0.5, -2), 5), 8, "(0.5-2i)^5");
-    Make(a, {1, 1, 0.5, -2}, true, dbl);
+    a.Copy(b);
     a.IntPower(-5);
     ExpectNear<F>(At(a, 1), std::pow(CLD(0.5, -2), -5), 8, "(0.5-2i)^-5");
-
-    // The two-argument form takes the polar route for every complex base.
-    TVec b, d;
-    Make(b, {1, 1}, true, dbl);
-    d.IntPower(b, 2);
-    ExpectNear<F>(At(d, 0), CLD(0, 2), 4, "(1+i)^2");
-    EXPECT_NE(At(d, 0).Re, 0.0);
     d.IntPower(b, -1);
     ExpectNear<F>(At(d, 0), CLD(0.5, -0.5), 4, "(1+i)^-1");
 }
@@ -537,20 +473,13 @@ TYPED_TEST(PowersTyped, RangesAndSubRanges) {
     view.SetFullRange();
 }
 
-TEST(Powers, LengthZero) {
-    TVec a, b;
-    a.Size(0, false, true);
-    a.Power(TCplx(1, 1));
-    EXPECT_TRUE(a.Complex());
-    b.Ln(a);
-    EXPECT_EQ(b.Length(), 0);
-    a.Size(0, false, true);
-    a.IntPower(3).Power(2.0).Inv(0.5).LogN(2);
-    EXPECT_EQ(a.Length(), 0);
-}
-
-TEST(Powers, FailureTexts) {
+TEST(Powers, LengthZeroAndFailureTexts) {
     TVec a, b, c;
+    a.Size(0, false, true);
+    a.IntPower(3).Power(2.0).Inv(0.5).LogN(2).Power(TCplx(1, 1));  // only Power(TCplx) widens
+    EXPECT_TRUE(a.Complex());
+    EXPECT_EQ(a.Length(), 0);
+
     Fill(a, {1, 2, 3});
     Fill(b, {1, 2, 3, 4}, true);
     ExpectMessage<ERovaneInvalidArgument>([&] { a.Ln(a); }, "Ln: X = Self");
