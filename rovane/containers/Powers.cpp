@@ -69,7 +69,7 @@ ROVANE_POWER_PRIMS(double, ipps, 64f, A53, , ippsCopy)
 ROVANE_POWER_PRIMS(float, sipps, 32f, A24, s, ippsCopy)
 #undef ROVANE_POWER_PRIMS
 
-// One third and minus one third as the exact doubles of the cube roots.
+// Factors of the complex cube roots: the doubles nearest 1/3 and -1/3.
 constexpr double kThird = std::bit_cast<double>(0x3FD5555555555555ull);
 constexpr double kMinusThird = std::bit_cast<double>(0xBFD5555555555555ull);
 
