@@ -187,6 +187,50 @@ public:
 
     // ---- powers, roots, exponentials and logarithms (Powers.cpp) ---------
     ROVANE_UNARY_MEMBER(TRovane, Sqrt)
+    ROVANE_UNARY_MEMBER(TRovane, Sqr)
+    ROVANE_UNARY_MEMBER(TRovane, Cbrt)
+    ROVANE_UNARY_MEMBER(TRovane, Ln)
+    ROVANE_UNARY_MEMBER(TRovane, Log10)
+    ROVANE_UNARY_MEMBER(TRovane, Log2)
+    ROVANE_UNARY_MEMBER(TRovane, Exp)
+    ROVANE_UNARY_MEMBER(TRovane, Exp2)
+    ROVANE_UNARY_MEMBER(TRovane, Exp10)
+    ROVANE_UNARY_MEMBER(TRovane, Inv)
+    ROVANE_UNARY_MEMBER(TRovane, InvSqrt)
+    ROVANE_UNARY_MEMBER(TRovane, InvCbrt)
+    // Real data only: complex data are refused, also with ConditionCheck off.
+    ROVANE_UNARY_MEMBER(TRovane, Erf)
+    ROVANE_UNARY_MEMBER(TRovane, Erfc)
+    ROVANE_UNARY_MEMBER(TRovane, ErfInv)
+
+    // Reciprocal with a floor on the magnitude: |x| < Threshold counts as
+    // Threshold, keeping sign or phase; 0 is exact, below 0 leaves the data.
+    TRovane& Inv(double threshold);
+    TRovane& Inv(double threshold, int32_t index, int32_t len);
+    TRovane& Inv(const TRovane& x, double threshold);
+    TRovane& Inv(const TRovane& x, double threshold, int32_t xIndex, int32_t index, int32_t len);
+
+    // Logarithm to the base N: Ln, then a multiplication by 1 / ln(N).
+    TRovane& LogN(double n);
+    TRovane& LogN(double n, int32_t index, int32_t len);
+    TRovane& LogN(double n, const TRovane& x);
+    TRovane& LogN(double n, const TRovane& x, int32_t xIndex, int32_t index, int32_t len);
+
+    // Powers. A complex result passes the zero rule element by element: a
+    // zero base gives CNAN (complex exponent), 0 (Re > 0), (INF, 0) (Re < 0)
+    // or 1 (exponent 0); exponent 0 gives 1; a negative real base with a
+    // complex exponent is recomputed by the scalar complex Power.
+    TRovane& Power(double value);
+    TRovane& Power(const TCplx& value);
+    TRovane& Power(const TRovane& base, double value);
+    TRovane& Power(const TRovane& base, const TCplx& value);
+    TRovane& Power(double value, const TRovane& exponent);
+    TRovane& Power(const TCplx& value, const TRovane& exponent);
+    TRovane& Power(const TRovane& base, const TRovane& exponent);
+    TRovane& PowerVec(const TRovane& base, const TRovane& exponent);
+    // Square-and-multiply on |n|, the reciprocal at the end for n < 0.
+    TRovane& IntPower(int32_t n);
+    TRovane& IntPower(const TRovane& base, int32_t n);
     // ---- end of powers, roots, exponentials and logarithms ---------------
 
     // ---- rounding, sign, remainder and complex parts (Parts.cpp) ---------
