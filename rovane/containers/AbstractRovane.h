@@ -237,6 +237,105 @@ public:
     // ---- end of rounding, sign, remainder and complex parts --------------
 
     // ---- thresholds, replacement and random values (Thresholds.cpp) -----
+    // Each has four forms: in place, in place on a range, from Vec (Self sized
+    // like Vec) and from a range of Vec into an existing range of Self.
+    // x < Value becomes Value; on complex data |z| < Value keeps the phase and
+    // takes magnitude Value, and 0 becomes (Value, 0).
+    TRovane& ThreshBottom(double value);
+    TRovane& ThreshBottom(double value, int32_t index, int32_t len);
+    TRovane& ThreshBottom(const TRovane& vec, double value);
+    TRovane& ThreshBottom(const TRovane& vec, double value, int32_t vecIndex, int32_t index, int32_t len);
+    // x > Value becomes Value; on complex data |z| > Value keeps the phase.
+    TRovane& ThreshTop(double value);
+    TRovane& ThreshTop(double value, int32_t index, int32_t len);
+    TRovane& ThreshTop(const TRovane& vec, double value);
+    TRovane& ThreshTop(const TRovane& vec, double value, int32_t vecIndex, int32_t index, int32_t len);
+    // Real data: 0 < x < Value becomes Value, -Value < x <= 0 becomes -Value.
+    TRovane& ThreshAbsLT(double value);
+    TRovane& ThreshAbsLT(double value, int32_t index, int32_t len);
+    TRovane& ThreshAbsLT(const TRovane& vec, double value);
+    TRovane& ThreshAbsLT(const TRovane& vec, double value, int32_t vecIndex, int32_t index, int32_t len);
+    // Real data: x > Value becomes Value, x < -Value becomes -Value.
+    TRovane& ThreshAbsGT(double value);
+    TRovane& ThreshAbsGT(double value, int32_t index, int32_t len);
+    TRovane& ThreshAbsGT(const TRovane& vec, double value);
+    TRovane& ThreshAbsGT(const TRovane& vec, double value, int32_t vecIndex, int32_t index, int32_t len);
+
+    // x < Level (|z| < Level on complex data) becomes NewValue; a real
+    // NewValue on complex data is (NewValue, 0), a complex one needs complex data.
+    TRovane& ThresholdLT(double level, double newValue);
+    TRovane& ThresholdLT(double level, const TCplx& newValue);
+    TRovane& ThresholdLT(double level, double newValue, int32_t index, int32_t len);
+    TRovane& ThresholdLT(double level, const TCplx& newValue, int32_t index, int32_t len);
+    TRovane& ThresholdLT(const TRovane& vec, double level, double newValue);
+    TRovane& ThresholdLT(const TRovane& vec, double level, const TCplx& newValue);
+    TRovane& ThresholdLT(const TRovane& vec, double level, double newValue, int32_t vecIndex, int32_t index,
+                         int32_t len);
+    TRovane& ThresholdLT(const TRovane& vec, double level, const TCplx& newValue, int32_t vecIndex, int32_t index,
+                         int32_t len);
+    // x > Level (|z| > Level) becomes NewValue.
+    TRovane& ThresholdGT(double level, double newValue);
+    TRovane& ThresholdGT(double level, const TCplx& newValue);
+    TRovane& ThresholdGT(double level, double newValue, int32_t index, int32_t len);
+    TRovane& ThresholdGT(double level, const TCplx& newValue, int32_t index, int32_t len);
+    TRovane& ThresholdGT(const TRovane& vec, double level, double newValue);
+    TRovane& ThresholdGT(const TRovane& vec, double level, const TCplx& newValue);
+    TRovane& ThresholdGT(const TRovane& vec, double level, double newValue, int32_t vecIndex, int32_t index,
+                         int32_t len);
+    TRovane& ThresholdGT(const TRovane& vec, double level, const TCplx& newValue, int32_t vecIndex, int32_t index,
+                         int32_t len);
+    // Real data: x < LTLevel becomes LTValue, x > GTLevel becomes GTValue.
+    TRovane& ThresholdGT_LT(double gtLevel, double gtValue, double ltLevel, double ltValue);
+    TRovane& ThresholdGT_LT(double gtLevel, double gtValue, double ltLevel, double ltValue, int32_t index,
+                            int32_t len);
+    TRovane& ThresholdGT_LT(const TRovane& vec, double gtLevel, double gtValue, double ltLevel, double ltValue);
+    TRovane& ThresholdGT_LT(const TRovane& vec, double gtLevel, double gtValue, double ltLevel, double ltValue,
+                            int32_t vecIndex, int32_t index, int32_t len);
+
+    // Elements matching Value become NewValue: a NaN Value matches NaNs, an
+    // infinite one infinities of either sign, any other Value the elements
+    // within Tolerance of it. On complex data a real Value also needs a zero
+    // imaginary part and NewValue goes in as (NewValue, 0). Single data
+    // compare with Value and Tolerance narrowed to single.
+    TRovane& Replace(double value, double newValue, double tolerance = 0);
+    TRovane& Replace(double value, double newValue, int32_t index, int32_t len, double tolerance = 0);
+    TRovane& Replace(float value, float newValue, float tolerance = 0);
+    TRovane& Replace(float value, float newValue, int32_t index, int32_t len, float tolerance = 0);
+    TRovane& Replace(const TCplx& value, const TCplx& newValue, double tolerance = 0);
+    TRovane& Replace(const TCplx& value, const TCplx& newValue, int32_t index, int32_t len, double tolerance = 0);
+    TRovane& Replace(const TSCplx& value, const TSCplx& newValue, float tolerance = 0);
+    TRovane& Replace(const TSCplx& value, const TSCplx& newValue, int32_t index, int32_t len, float tolerance = 0);
+    // Every NaN becomes Value; real and imaginary parts count as separate reals.
+    TRovane& ReplaceNAN(double value);
+    TRovane& ReplaceNAN(double value, int32_t index, int32_t len);
+
+    // (x - SubOffset) / DivFactor.
+    TRovane& Normalize(double subOffset, double divFactor);
+    TRovane& Normalize(double subOffset, double divFactor, int32_t index, int32_t len);
+    TRovane& Normalize(const TRovane& vec, double subOffset, double divFactor);
+    TRovane& Normalize(const TRovane& vec, double subOffset, double divFactor, int32_t vecIndex, int32_t index,
+                       int32_t len);
+    TRovane& Normalize(const TCplx& subOffset, double divFactor);
+    TRovane& Normalize(const TCplx& subOffset, double divFactor, int32_t index, int32_t len);
+    TRovane& Normalize(const TRovane& vec, const TCplx& subOffset, double divFactor);
+    TRovane& Normalize(const TRovane& vec, const TCplx& subOffset, double divFactor, int32_t vecIndex, int32_t index,
+                       int32_t len);
+    TRovane& Normalize(const TCplx& subOffset, const TCplx& divFactor);
+    TRovane& Normalize(const TCplx& subOffset, const TCplx& divFactor, int32_t index, int32_t len);
+    TRovane& Normalize(const TRovane& vec, const TCplx& subOffset, const TCplx& divFactor);
+    TRovane& Normalize(const TRovane& vec, const TCplx& subOffset, const TCplx& divFactor, int32_t vecIndex,
+                       int32_t index, int32_t len);
+
+    // Fill Length elements (both parts of complex data): uniform on [A, B)
+    // or Gaussian with mean A and deviation B. Without a seed one is drawn
+    // from the process-wide generator; the seed a fill starts from is kept in
+    // RISeed (uniform) or GISeed (Gauss).
+    TRovane& RandUniform();
+    TRovane& RandUniform(double a, double b);
+    TRovane& RandUniform(uint32_t seed, double a, double b);
+    TRovane& RandGauss();
+    TRovane& RandGauss(double a, double b);
+    TRovane& RandGauss(uint32_t seed, double a, double b);
     // ---- end of thresholds, replacement and random values ----------------
 
 protected:
