@@ -183,6 +183,53 @@ public:
 
     // ==== elementwise math ==============================================
     // ---- trigonometric and hyperbolic functions (Trigonometric.cpp) -----
+    ROVANE_UNARY_MEMBER(TRovane, Sin)
+    ROVANE_UNARY_MEMBER(TRovane, Cos)
+    ROVANE_UNARY_MEMBER(TRovane, Tan)
+    ROVANE_UNARY_MEMBER(TRovane, Cot)
+    ROVANE_UNARY_MEMBER(TRovane, Sec)
+    ROVANE_UNARY_MEMBER(TRovane, Csc)
+    ROVANE_UNARY_MEMBER(TRovane, ArcSin)
+    ROVANE_UNARY_MEMBER(TRovane, ArcCos)
+    ROVANE_UNARY_MEMBER(TRovane, ArcTan)
+    ROVANE_UNARY_MEMBER(TRovane, ArcCot)
+    ROVANE_UNARY_MEMBER(TRovane, ArcSec)
+    ROVANE_UNARY_MEMBER(TRovane, ArcCsc)
+    ROVANE_UNARY_MEMBER(TRovane, Sinh)
+    ROVANE_UNARY_MEMBER(TRovane, Cosh)
+    ROVANE_UNARY_MEMBER(TRovane, Tanh)
+    ROVANE_UNARY_MEMBER(TRovane, Coth)
+    ROVANE_UNARY_MEMBER(TRovane, Sech)
+    ROVANE_UNARY_MEMBER(TRovane, Csch)
+    ROVANE_UNARY_MEMBER(TRovane, ArcSinh)
+    ROVANE_UNARY_MEMBER(TRovane, ArcCosh)
+    ROVANE_UNARY_MEMBER(TRovane, ArcTanh)
+    ROVANE_UNARY_MEMBER(TRovane, ArcCoth)
+    ROVANE_UNARY_MEMBER(TRovane, ArcSech)
+    ROVANE_UNARY_MEMBER(TRovane, ArcCsch)
+    // Multiplication by pi/180 and 180/pi; complex data in both parts.
+    ROVANE_UNARY_MEMBER(TRovane, DegToRad)
+    ROVANE_UNARY_MEMBER(TRovane, RadToDeg)
+    // Sine and cosine of the real Self into SinX and CosX. The whole form sizes
+    // both like Self; the range form reads Self from Index and writes from
+    // SinXIndex and CosXIndex.
+    TRovane& SinCos(TRovane& sinX, TRovane& cosX);
+    TRovane& SinCos(TRovane& sinX, TRovane& cosX, int32_t sinXIndex, int32_t cosXIndex, int32_t index, int32_t len);
+    // sinh and cosh of the real Self from one exponential: (E - R) / 2 and
+    // (E + R) / 2 with E = exp(x), R = 1 / E.
+    TRovane& SinhCosh(TRovane& sinhX, TRovane& coshX);
+    TRovane& SinhCosh(TRovane& sinhX, TRovane& coshX, int32_t sinhXIndex, int32_t coshXIndex, int32_t index,
+                      int32_t len);
+    // Angle of the points (X, Y), the ordinate first; real data.
+    TRovane& ArcTan2(const TRovane& y, const TRovane& x);
+    TRovane& ArcTan2(const TRovane& y, const TRovane& x, int32_t yIndex, int32_t xIndex, int32_t index, int32_t len);
+    // exp(i omega) = cos omega + i sin omega of a real angle. The in-place forms
+    // make a real Self complex (the range form all of it, writing the range);
+    // the range form from Omega writes into a complex Self.
+    TRovane& Expj();
+    TRovane& Expj(int32_t index, int32_t len);
+    TRovane& Expj(const TRovane& omega);
+    TRovane& Expj(const TRovane& omega, int32_t omegaIndex, int32_t index, int32_t len);
     // ---- end of trigonometric and hyperbolic functions ------------------
 
     // ---- powers, roots, exponentials and logarithms (Powers.cpp) ---------
