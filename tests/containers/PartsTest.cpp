@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "ContainerTestUtil.h"
+#include "rovane/primitives/PartsPrims.h"
 
 using namespace rovane;
 using namespace rovane::test;
@@ -431,4 +432,30 @@ TEST_P(Parts, SplitAndJoin) {
     ExpectMessage<ERovaneInvalidArgument>([&] { d.RealToCplx(re, z); }, "ImVec.Complex = True");
     ExpectMessage<ERovaneInvalidArgument>([&] { d.RealToCplx(re, m); }, "ReVec.Length <> ImVec.Length");
     ExpectMessage<ERovaneInvalidArgument>([&] { re.RealToCplx(re, im); }, "(Self = ReVec) or (Self = ImVec)");
+}
+
+// The two primitives behind MulI, Flip, FlipConj, Conj and Rem.
+TEST(PartsPrimitives, SampleUpAndTruncInt64) {
+    const double x[3] = {1, 2, 3};
+    double d[7] = {9, 9, 9, 9, 9, 9, 9};
+    int32_t n = -1, phase = 2;
+    EXPECT_EQ(ippsSampleUp_64f_Idx(x, 1, 2, d, 1, n, 3, phase), ippStsNoErr);
+    EXPECT_EQ(n, 6);
+    EXPECT_EQ(std::vector<double>(d, d + 7), (std::vector<double>{9, 0, 0, 2, 0, 0, 3}));
+    EXPECT_EQ(ippsSampleUp_64f_Idx(x, 0, 3, d, 0, n, 0, phase), ippStsSampleFactorErr);
+    phase = 2;
+    EXPECT_EQ(ippsSampleUp_64f_Idx(x, 0, 3, d, 0, n, 2, phase), ippStsSamplePhaseErr);
+    EXPECT_EQ(ippsSampleUp_64f_Idx(x, 0, -1, d, 0, n, 2, phase), ippStsSizeErr);
+    EXPECT_EQ(d[0], 9);  // refused calls write nothing
+
+    const float big = 1e19f, nan = std::numeric_limits<float>::quiet_NaN();
+    const float xs[5] = {-2.75f, -0.0f, big, nan, -big};
+    float t[5];
+    sTruncInt64_Idx(xs, 0, t, 0, 5);
+    const float indefinite = float(std::numeric_limits<int64_t>::min());
+    EXPECT_EQ(t[0], -2.0f);
+    EXPECT_FALSE(std::signbit(t[1]));
+    EXPECT_EQ(t[2], indefinite);
+    EXPECT_EQ(t[3], indefinite);
+    EXPECT_EQ(t[4], indefinite);
 }
