@@ -551,7 +551,8 @@ ROVANE_UNARY_DEFINE(TRovane, Ceil, RunCore<RunOp::Ceil>, "TRovane.Ceil: Src = Se
                     "TRovane.Ceil: Src.Complex <> Self.Complex")
 ROVANE_UNARY_DEFINE(TRovane, Floor, RunCore<RunOp::Floor>, "TRovane.Floor: Src = Self",
                     "TRovane.Floor: Src.Complex <> Self.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Frac, RunCore<RunOp::Frac>, "TRovane.Frac: X = Self", "TRovane.Frac: Complex <> Src.Complex")
+ROVANE_UNARY_DEFINE(TRovane, Frac, RunCore<RunOp::Frac>, "TRovane.Frac: X = Self",
+                    "TRovane.Frac: Complex <> Src.Complex")
 
 TRovane& TRovane::Round(TIntegerArray& dst) {
     ToIntegers(*this, dst, rnRound);
