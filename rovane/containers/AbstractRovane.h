@@ -281,6 +281,68 @@ public:
     // ---- end of powers, roots, exponentials and logarithms ---------------
 
     // ---- rounding, sign, remainder and complex parts (Parts.cpp) ---------
+    // Real results from real or complex data: |x|, re, im, re^2 + im^2 and
+    // atan2(im, re). The in-place forms make complex data real; a range
+    // form never writes a real result into a complex range.
+    ROVANE_UNARY_MEMBER(TRovane, Abs)
+    ROVANE_UNARY_MEMBER(TRovane, Mag)
+    ROVANE_UNARY_MEMBER(TRovane, RealPart)
+    ROVANE_UNARY_MEMBER(TRovane, ImagPart)
+    ROVANE_UNARY_MEMBER(TRovane, PowerSpectrum)
+    ROVANE_UNARY_MEMBER(TRovane, PhaseSpectrum)
+    // Complex results: conj(z) (a copy on real data), i * z, (im, re) and
+    // (im, -re). A real source a gives (0, a) for MulI and Flip, (0, -a) for
+    // FlipConj, and Self becomes complex.
+    ROVANE_UNARY_MEMBER(TRovane, Conj)
+    ROVANE_UNARY_MEMBER(TRovane, MulI)
+    ROVANE_UNARY_MEMBER(TRovane, Flip)
+    ROVANE_UNARY_MEMBER(TRovane, FlipConj)
+    // Sign negates; Sgn is the sign function (-1, 0, +1, and +1 for a NaN),
+    // on complex data decided by the real part, or by the imaginary part when
+    // the real part is 0. Sgn(X) writes a real Self.
+    ROVANE_UNARY_MEMBER(TRovane, Sign)
+    ROVANE_UNARY_MEMBER(TRovane, Sgn)
+    // Self[i] times the sign of Src[i]: negated, set to 0, or left.
+    TRovane& SgnMul(const TRovane& src);
+    // Rounding of each real and imaginary part: to nearest with halves to
+    // even, toward zero, up, down; Frac keeps the fraction with the sign of
+    // the source.
+    ROVANE_UNARY_MEMBER(TRovane, Round)
+    ROVANE_UNARY_MEMBER(TRovane, Trunc)
+    ROVANE_UNARY_MEMBER(TRovane, Ceil)
+    ROVANE_UNARY_MEMBER(TRovane, Floor)
+    ROVANE_UNARY_MEMBER(TRovane, Frac)
+    // Rounded or truncated to integers: dst is sized to Length, twice that
+    // for complex data. Self is unchanged.
+    TRovane& Round(TIntegerArray& dst);
+    TRovane& Trunc(TIntegerArray& dst);
+    // Whole parts to truncDst, fractions to fracDst, from Self.
+    TRovane& TruncAndFrac(TRovane& truncDst, TRovane& fracDst);
+    TRovane& TruncAndFrac(TRovane& truncDst, TRovane& fracDst, int32_t truncIndex, int32_t fracIndex, int32_t index,
+                          int32_t len);
+    // x - trunc(x / y) * y on real data, the quotient truncated through a
+    // 64-bit integer. The scalar forms multiply by 1 / value, formed once.
+    TRovane& Rem(const TRovane& x, const TRovane& y);
+    TRovane& Rem(const TRovane& x, const TRovane& y, int32_t xIndex, int32_t yIndex, int32_t index, int32_t len);
+    TRovane& Rem(const TRovane& x, double value);
+    TRovane& Rem(const TRovane& x, double value, int32_t xIndex, int32_t index, int32_t len);
+    // Angles folded into (-2 pi, 2 pi) by the scalar Rem with 2 pi, keeping
+    // the sign; real data only.
+    ROVANE_UNARY_MEMBER(TRovane, FixAngle)
+    // Complex Self to magnitude and phase, and back into Self.
+    TRovane& CartToPolar(TRovane& ampltVec, TRovane& phaseVec);
+    TRovane& CartToPolar(TRovane& ampltVec, TRovane& phaseVec, int32_t ampltIndex, int32_t phaseIndex, int32_t index,
+                         int32_t len);
+    TRovane& PolarToCart(const TRovane& ampltVec, const TRovane& phaseVec);
+    TRovane& PolarToCart(const TRovane& ampltVec, const TRovane& phaseVec, int32_t ampltIndex, int32_t phaseIndex,
+                         int32_t index, int32_t len);
+    // Complex Self split into real and imaginary parts, and joined into Self.
+    TRovane& CplxToReal(TRovane& reVec, TRovane& imVec);
+    TRovane& CplxToReal(TRovane& reVec, TRovane& imVec, int32_t reIndex, int32_t imIndex, int32_t index,
+                        int32_t len);
+    TRovane& RealToCplx(const TRovane& reVec, const TRovane& imVec);
+    TRovane& RealToCplx(const TRovane& reVec, const TRovane& imVec, int32_t reIndex, int32_t imIndex, int32_t index,
+                        int32_t len);
     // ---- end of rounding, sign, remainder and complex parts --------------
 
     // ---- thresholds, replacement and random values (Thresholds.cpp) -----

@@ -1,0 +1,774 @@
+// Rounding, sign, remainder and complex-part members of the dense containers.
+//
+// Most members fall into a few families, each written once over a kernel
+// choice: real results from real or complex data (Abs, Mag, RealPart,
+// ImagPart, PowerSpectrum, PhaseSpectrum), complex results (Conj, MulI, Flip,
+// FlipConj), and members that treat complex data as a run of independent
+// reals (Sign and the rounding members), which pass twice the index and the
+// length to the real primitive.
+#include "rovane/containers/OperationFrame.h"
+#include "rovane/primitives/PartsPrims.h"
+#include "rovane/primitives/fastlib.h"
+#include "rovane/primitives/ippspl.h"
+
+namespace rovane {
+
+using namespace frame;
+
+namespace {
+
+// ---------------------------------------------------------------------------
+// Real runs: complex data seen as interleaved reals.
+// ---------------------------------------------------------------------------
+template <class F>
+F* RunAt(const TRovaneSample& o, int32_t index) {
+    return Base<F>(o) + o.FDataOffset + (o.fComplex ? 2 * index : index);
+}
+
+// Reals in a run of len elements of `o`; when the two operands disagree in
+// complexity (checks off), the shorter run, so that nothing is overrun.
+int32_t RunLen(const TRovaneBase& a, const TRovaneBase& b, int32_t len) {
+    return a.fComplex && b.fComplex ? 2 * len : len;
+}
+
+// Self's shape in the two-operand forms: the first operand when it is a
+// matrix, else the second.
+const TRovane& ShapeOf(const TRovane& first, const TRovane& second) {
+    return first.fRovaneType == rvTMtx ? first : second;
+}
+
+void RaiseIf(bool condition, const char* text) {
+    if (condition) EInvalidArgumentRaise(text);
+}
+
+// ---------------------------------------------------------------------------
+// Members on real runs: Sign and the rounding family.
+// ---------------------------------------------------------------------------
+enum class RunOp { Negate, Round, Trunc, Ceil, Floor, Frac };
+
+template <RunOp Op>
+void RunCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        const F* x = RunAt<F>(src, srcIndex);
+        F* d = RunAt<F>(dst, dstIndex);
+        const int32_t n = RunLen(src, dst, len);
+        if constexpr (Op == RunOp::Negate) {
+            if (x == d)
+                Pick<F>(ippsMulC_64f_I_Idx, sippsMulC_32f_I_Idx)(F(-1), d, 0, n);
+            else
+                Pick<F>(ScaleByValue_Idx, sScaleByValue_Idx)(x, 0, F(-1), d, 0, n);
+        } else if constexpr (Op == RunOp::Round) {
+            Pick<F>(ippsRound_64f_Idx, sippsRound_32f_Idx)(x, 0, d, 0, n);
+        } else if constexpr (Op == RunOp::Trunc) {
+            Pick<F>(ippsTrunc_64f_Idx, sippsTrunc_32f_Idx)(x, 0, d, 0, n);
+        } else if constexpr (Op == RunOp::Ceil) {
+            Pick<F>(ippsCeil_64f_Idx, sippsCeil_32f_Idx)(x, 0, d, 0, n);
+        } else if constexpr (Op == RunOp::Floor) {
+            Pick<F>(ippsFloor_64f_Idx, sippsFloor_32f_Idx)(x, 0, d, 0, n);
+        } else {
+            // The whole parts go to a temporary and are dropped.
+            Scratch<F, 1> whole(n);
+            Pick<F>(ippsModf_64f_Idx, sippsModf_32f_Idx)(x, 0, whole[0], 0, d, 0, n);
+        }
+    });
+}
+
+// Round and Trunc share one core, chosen by the rounding.
+void RoundingCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex,
+                  TRounding rounding) {
+    if (rounding == rnRound)
+        RunCore<RunOp::Round>(src, dst, len, dstIndex, srcIndex);
+    else
+        RunCore<RunOp::Trunc>(src, dst, len, dstIndex, srcIndex);
+}
+void RoundCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    RoundingCore(src, dst, len, dstIndex, srcIndex, rnRound);
+}
+void TruncCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    RoundingCore(src, dst, len, dstIndex, srcIndex, rnTrunc);
+}
+
+// Converts the whole of `self` to integers, parts of complex data in turn.
+void ToIntegers(const TRovane& self, TIntegerArray& dst, TRounding rounding) {
+    const int32_t n = RunLen(self, self, self.fLength);
+    dst.SetLength(n);
+    if (n == 0) return;
+    ByWidth(self.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        Pick<F>(ippsConvert_64f32s_Sfs_Idx, ippsConvert_32f32s_Sfs_Idx)(RunAt<F>(self, 0), 0, dst.data(), 0, n,
+                                                                         rounding, 0);
+    });
+}
+
+// ---------------------------------------------------------------------------
+// Remainder: x - trunc(x / y) * y, each step one primitive over the run.
+// ---------------------------------------------------------------------------
+template <class F>
+void RemRuns(const F* x, const F* y, F* d, int32_t n) {
+    Scratch<F, 1> s(n);
+    F* q = s[0];
+    Pick<F>(ippsDiv_64f_A53_Idx, sippsDiv_32f_A24_Idx)(y, 0, x, 0, q, 0, n);  // q = x / y
+    Pick<F>(TruncInt64_Idx, sTruncInt64_Idx)(q, 0, q, 0, n);
+    Pick<F>(ippsMul_64f_I_Idx, sippsMul_32f_I_Idx)(y, 0, q, 0, n);
+    Pick<F>(ippsSub_64f_Idx, sippsSub_32f_Idx)(q, 0, x, 0, d, 0, n);  // d = x - q
+}
+
+// The scalar form multiplies by the reciprocal, formed once, so that its
+// last bits may differ from the vector form's.
+template <class F>
+void RemRunsByValue(const F* x, F y, F* d, int32_t n) {
+    Scratch<F, 1> s(n);
+    F* q = s[0];
+    Pick<F>(ScaleByValue_Idx, sScaleByValue_Idx)(x, 0, F(1) / y, q, 0, n);
+    Pick<F>(TruncInt64_Idx, sTruncInt64_Idx)(q, 0, q, 0, n);
+    Pick<F>(ippsMulC_64f_I_Idx, sippsMulC_32f_I_Idx)(y, q, 0, n);
+    Pick<F>(ippsSub_64f_Idx, sippsSub_32f_Idx)(q, 0, x, 0, d, 0, n);
+}
+
+void RemByValue(const TRovane& src, TRovane& dst, double value, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        RemRunsByValue<F>(RealAt<F>(src, srcIndex).ptr(), Narrow<F>(value), RealAt<F>(dst, dstIndex).ptr(), len);
+    });
+}
+
+void FixAngleCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        RemRunsByValue<F>(RealAt<F>(src, srcIndex).ptr(), Pick<F>(TWOPI, TWOPI_SINGLE),
+                          RealAt<F>(dst, dstIndex).ptr(), len);
+    });
+}
+
+// ---------------------------------------------------------------------------
+// Real results from real or complex data.
+// ---------------------------------------------------------------------------
+enum class RealOp { Magnitude, Real, Imag, Power, Phase };
+
+template <RealOp Op>
+void RealResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    if (dst.fComplex) {
+        // Reached only with checks off: the real result goes to the real
+        // parts of the range, zero to the imaginary parts.
+        CachedVec t;
+        t->Size(len, false, dst.fIsDouble);
+        RealResultCore<Op>(src, *t, len, 0, srcIndex);
+        dst.ExtendToComplex(*t, true, 0, dstIndex, len);
+        return;
+    }
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        F* d = RealAt<F>(dst, dstIndex).ptr();
+        if (src.fComplex) {
+            const ComplexOf<F>* x = CplxAt<F>(src, srcIndex).ptr();
+            if constexpr (Op == RealOp::Magnitude)
+                Pick<F>(ippsMagnitude_64fc_Idx, sippsMagnitude_32fc_Idx)(x, 0, d, 0, len);
+            else if constexpr (Op == RealOp::Real)
+                Pick<F>(ippsReal_64fc_Idx, sippsReal_32fc_Idx)(x, 0, d, 0, len);
+            else if constexpr (Op == RealOp::Imag)
+                Pick<F>(ippsImag_64fc_Idx, sippsImag_32fc_Idx)(x, 0, d, 0, len);
+            else if constexpr (Op == RealOp::Power)
+                Pick<F>(ippsPowerSpectr_64fc_Idx, sippsPowerSpectr_32fc_Idx)(x, 0, d, 0, len);
+            else
+                Pick<F>(ippsPhase_64fc_Idx, sippsPhase_32fc_Idx)(x, 0, d, 0, len);
+            return;
+        }
+        const F* x = RealAt<F>(src, srcIndex).ptr();
+        if constexpr (Op == RealOp::Magnitude) {
+            if (x == d)
+                Pick<F>(ippsAbs_64f_I_Idx, sippsAbs_32f_I_Idx)(d, 0, len);
+            else
+                Pick<F>(ippsAbs_64f_Idx, sippsAbs_32f_Idx)(x, 0, d, 0, len);
+        } else if constexpr (Op == RealOp::Real) {
+            if (x != d) Pick<F>(ippsMove_64f_Idx, ippsMove_32f_Idx)(x, 0, d, 0, len);
+        } else {
+            // A real source of a complex-only function: widened with zero
+            // imaginary parts first.
+            CachedVec w;
+            w->Size(len, true, dst.fIsDouble);
+            w->ExtendToComplex(src, true, srcIndex, 0, len);
+            RealResultCore<Op>(*w, dst, len, dstIndex, 0);
+        }
+    });
+}
+
+// Texts and rules of one member of the real-result family.
+struct RealResultRules {
+    const char* selfIsX;          // Op(X) with X = Self
+    bool selfIsXAlways;           // raised whatever ConditionCheck says
+    const char* needsComplex;     // a real source, refused always; null if accepted
+    const char* rangeNeedsComplex;  // the same in a range form, under ConditionCheck; null: needsComplex
+    const char* complexRange;     // a complex destination range
+    bool wholeComplexRange;       // a range over the whole of a complex Self makes Self real
+};
+
+constexpr RealResultRules AbsRules{"TRovane.Abs: Self = X", false, nullptr, nullptr,
+                                   "Abs (Mag) function is not allowed on complex subrange", true};
+constexpr RealResultRules MagRules{"TRovane.Mag: Self = X", false, nullptr, nullptr,
+                                   "Abs (Mag) function is not allowed on complex subrange", true};
+constexpr RealResultRules RealPartRules{"Self = Vec", true, nullptr, nullptr, "Self.Complex = True", false};
+constexpr RealResultRules ImagPartRules{"Self = Vec", true, "Vec.Complex = False",
+                                        "TRovane.RealPart: Vec must be complex", "Self.Complex = True", false};
+constexpr RealResultRules SpectrumRules{"Self = Vec", true, "Vec.Complex = False", nullptr, "Complex = True", false};
+
+// Source check of a range form.
+void RangeSourceCheck(const TRovane& self, const TRovane& x, const RealResultRules& r) {
+    if (x.fComplex || !r.needsComplex) return;
+    if (r.rangeNeedsComplex)
+        RaiseIf(self.fConditionCheck, r.rangeNeedsComplex);
+    else
+        EInvalidArgumentRaise(r.needsComplex);
+}
+
+TRovane& RealResultInPlace(TRovane& self, const RealResultRules& r, UnaryCore core) {
+    if (self.fComplex) {
+        // The real result can't overwrite its source in the order of the
+        // primitive: one temporary, then Self becomes real.
+        if (self.fLength == 0) {
+            self.Size(self, false);
+            return self;
+        }
+        CachedVec t;
+        t->Copy(self);
+        self.Size(self, false);
+        core(*t, self, self.fLength, 0, 0);
+        return self;
+    }
+    RaiseIf(r.needsComplex != nullptr, r.needsComplex);
+    if (self.fLength > 0) core(self, self, self.fLength, 0, 0);
+    return self;
+}
+
+TRovane& RealResultInPlace(TRovane& self, int32_t index, int32_t len, const RealResultRules& r, UnaryCore core) {
+    self.ValidateParams(index, len);
+    if (self.fComplex)
+        RaiseIf(self.fConditionCheck, r.complexRange);
+    else
+        RangeSourceCheck(self, self, r);
+    if (len > 0) core(self, self, len, index, index);
+    return self;
+}
+
+TRovane& RealResultFrom(TRovane& self, const TRovane& x, const RealResultRules& r, UnaryCore core) {
+    RaiseIf((r.selfIsXAlways || self.fConditionCheck) && &x == &self, r.selfIsX);
+    RaiseIf(!x.fComplex && r.needsComplex, r.needsComplex);
+    self.Size(x, false);
+    if (self.fLength > 0) core(x, self, self.fLength, 0, 0);
+    return self;
+}
+
+TRovane& RealResultFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
+                        const RealResultRules& r, UnaryCore core) {
+    self.ValidateParams(x, xIndex, index, len);
+    const bool makeReal = self.fComplex && r.wholeComplexRange && index == 0 && len == self.fLength;
+    if (self.fComplex && !makeReal) RaiseIf(self.fConditionCheck, r.complexRange);
+    RangeSourceCheck(self, x, r);
+    if (makeReal) self.Size(self, false);
+    if (len > 0) core(x, self, len, index, xIndex);
+    return self;
+}
+
+// ---------------------------------------------------------------------------
+// Complex results: Conj, MulI, Flip, FlipConj.
+// ---------------------------------------------------------------------------
+enum class CplxOp { Conj, MulI, Flip, FlipConj };
+
+// Destination complex, except for Conj, which copies real data to real data.
+template <CplxOp Op>
+void CplxResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        using C = ComplexOf<F>;
+        if (src.fComplex) {
+            const C* x = CplxAt<F>(src, srcIndex).ptr();
+            C* d = CplxAt<F>(dst, dstIndex).ptr();
+            if constexpr (Op == CplxOp::Conj) {
+                if (x == d)
+                    Pick<F>(ippsConj_64fc_I_Idx, sippsConj_32fc_I_Idx)(d, 0, len);
+                else
+                    Pick<F>(ippsConj_64fc_Idx, sippsConj_32fc_Idx)(x, 0, d, 0, len);
+            } else if constexpr (Op == CplxOp::MulI) {
+                Pick<F>(MulI_Idx, sMulI_Idx)(x, 0, d, 0, len);
+            } else if constexpr (Op == CplxOp::Flip) {
+                Pick<F>(Flip_Idx, sFlip_Idx)(x, 0, d, 0, len);
+            } else {
+                Pick<F>(FlipConj_Idx, sFlipConj_Idx)(x, 0, d, 0, len);
+            }
+            return;
+        }
+        const F* x = RealAt<F>(src, srcIndex).ptr();
+        if (!dst.fComplex) {
+            // Conj of real data is the data.
+            F* d = RealAt<F>(dst, dstIndex).ptr();
+            if (x != d) Pick<F>(ippsMove_64f_Idx, ippsMove_32f_Idx)(x, 0, d, 0, len);
+            return;
+        }
+        // A real source a: up-sampled by 2 into the complex range, to (a, 0)
+        // with phase 0 (Conj) or to (0, a) with phase 1; FlipConj negates the
+        // imaginary parts after.
+        int32_t phase = Op == CplxOp::Conj ? 0 : 1;
+        int32_t written = 0;
+        Pick<F>(ippsSampleUp_64f_Idx, sippsSampleUp_32f_Idx)(x, 0, len, RunAt<F>(dst, dstIndex), 0, written, 2,
+                                                             phase);
+        if constexpr (Op == CplxOp::FlipConj)
+            Pick<F>(ippsConj_64fc_I_Idx, sippsConj_32fc_I_Idx)(CplxAt<F>(dst, dstIndex).ptr(), 0, len);
+    });
+}
+
+struct CplxResultRules {
+    const char* selfIsX;
+    const char* complexDiffers;  // range form with unequal complexity; null: Self is widened instead
+};
+
+constexpr CplxResultRules MulIRules{"MulI: X = Self", nullptr};
+constexpr CplxResultRules FlipRules{"TRovane.Flip: X = Self", "TRovane.Flip: X.Complex <> Self.Complex"};
+constexpr CplxResultRules FlipConjRules{"X = Self", "TRovane.FlipConj: X.Complex <> Self.Complex"};
+
+TRovane& CplxResultInPlace(TRovane& self, UnaryCore core) {
+    if (self.fComplex) {
+        if (self.fLength > 0) core(self, self, self.fLength, 0, 0);
+        return self;
+    }
+    if (self.fLength == 0) {
+        self.Size(self, true);
+        return self;
+    }
+    CachedVec t;
+    t->Copy(self);
+    self.Size(self, true);
+    core(*t, self, self.fLength, 0, 0);
+    return self;
+}
+
+TRovane& CplxResultInPlace(TRovane& self, int32_t index, int32_t len, UnaryCore core) {
+    self.ValidateParams(index, len);
+    if (self.fComplex) {
+        if (len > 0) core(self, self, len, index, index);
+        return self;
+    }
+    // Real data: the range is computed from a real copy, the rest of Self
+    // keeps its values with zero imaginary parts.
+    CachedVec t;
+    t->Copy(self);
+    self.ExtendToComplex(*t, true);
+    if (len > 0) core(*t, self, len, index, index);
+    return self;
+}
+
+TRovane& CplxResultFrom(TRovane& self, const TRovane& x, const CplxResultRules& r, UnaryCore core) {
+    RaiseIf(self.fConditionCheck && &x == &self, r.selfIsX);
+    self.Size(x, true);
+    if (self.fLength > 0) core(x, self, self.fLength, 0, 0);
+    return self;
+}
+
+TRovane& CplxResultFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
+                        const CplxResultRules& r, UnaryCore core) {
+    self.ValidateParams(x, xIndex, index, len);
+    RaiseIf(self.fConditionCheck && r.complexDiffers && x.fComplex != self.fComplex, r.complexDiffers);
+    if (!self.fComplex) self.ExtendToComplex(true);
+    if (len > 0) core(x, self, len, index, xIndex);
+    return self;
+}
+
+// ---------------------------------------------------------------------------
+// Sign function, by the kinds of source and destination.
+// ---------------------------------------------------------------------------
+void SgnCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    ByWidth(dst.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        if (src.fComplex && dst.fComplex)
+            Pick<F>(Sgncc_Idx, sSgncc_Idx)(CplxAt<F>(src, srcIndex).ptr(), 0, CplxAt<F>(dst, dstIndex).ptr(), 0, len);
+        else if (src.fComplex)
+            Pick<F>(Sgncd_Idx, sSgncd_Idx)(CplxAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
+        else if (dst.fComplex)
+            Pick<F>(Sgndc_Idx, sSgndc_Idx)(RealAt<F>(src, srcIndex).ptr(), 0, CplxAt<F>(dst, dstIndex).ptr(), 0, len);
+        else
+            Pick<F>(Sgndd_Idx, sSgndd_Idx)(RealAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
+    });
+}
+
+// ---------------------------------------------------------------------------
+// Split and join of parts.
+// ---------------------------------------------------------------------------
+// d1 and d2 take len elements of `cplx` from cplxIndex: magnitude and phase,
+// or real and imaginary parts.
+template <bool Polar>
+void SplitCore(const TRovane& cplx, TRovane& d1, TRovane& d2, int32_t d1Index, int32_t d2Index, int32_t cplxIndex,
+               int32_t len) {
+    if (len <= 0) return;
+    ByWidth(cplx.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        const RealAt<F> a(d1, d1Index), b(d2, d2Index);
+        const CplxAt<F> x(cplx, cplxIndex);
+        if constexpr (Polar)
+            Pick<F>(ippsCartToPolar_64fc_Idx, sippsCartToPolar_32fc_Idx)(x.p, x.i, a.p, a.i, b.p, b.i, len);
+        else
+            Pick<F>(ippsCplxToReal_64fc_Idx, sippsCplxToReal_32fc_Idx)(x.p, x.i, a.p, a.i, b.p, b.i, len);
+    });
+}
+
+template <bool Polar>
+void JoinCore(const TRovane& s1, const TRovane& s2, TRovane& cplx, int32_t s1Index, int32_t s2Index,
+              int32_t cplxIndex, int32_t len) {
+    if (len <= 0) return;
+    ByWidth(cplx.fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        const RealAt<F> a(s1, s1Index), b(s2, s2Index);
+        const CplxAt<F> d(cplx, cplxIndex);
+        if constexpr (Polar)
+            Pick<F>(ippsPolarToCart_64fc_Idx, sippsPolarToCart_32fc_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+        else
+            Pick<F>(ippsRealToCplx_64f_Idx, sippsRealToCplx_32f_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+    });
+}
+
+// Checks of the two real operands of a join, in the order of the member.
+struct JoinTexts {
+    const char* self;
+    const char* complex1;
+    const char* complex2;
+    const char* length;
+    const char* precision;
+};
+constexpr JoinTexts PolarTexts{"(Self = AmpltVec) or (Self = PhaseVec)", "AmpltVec.Complex = True",
+                               "PhaseVec.Complex = True", "AmpltVec.Length <> PhaseVec.Length",
+                               "AmpltVec.FloatPrecision <> PhaseVec.FloatPrecision"};
+constexpr JoinTexts CplxTexts{"(Self = ReVec) or (Self = ImVec)", "ReVec.Complex = True", "ImVec.Complex = True",
+                              "ReVec.Length <> ImVec.Length", "ReVec.FloatPrecision <> ImVec.FloatPrecision"};
+
+template <bool Polar>
+void JoinWhole(TRovane& self, const TRovane& s1, const TRovane& s2, const JoinTexts& t) {
+    if (self.fConditionCheck) {
+        RaiseIf(&s1 == &self || &s2 == &self, t.self);
+        RaiseIf(s1.fComplex, t.complex1);
+        RaiseIf(s2.fComplex, t.complex2);
+        RaiseIf(s1.fLength != s2.fLength, t.length);
+        RaiseIf(s1.fFloatPrecision != s2.fFloatPrecision, t.precision);
+    }
+    self.Size(ShapeOf(s1, s2), true);
+    JoinCore<Polar>(s1, s2, self, 0, 0, 0, self.fLength);
+}
+
+template <bool Polar>
+void JoinRange(TRovane& self, const TRovane& s1, const TRovane& s2, int32_t i1, int32_t i2, int32_t index,
+               int32_t len, const JoinTexts& t) {
+    self.ValidateParams(s1, s2, i1, i2, index, len);
+    if (self.fConditionCheck) {
+        RaiseIf(s1.fComplex, t.complex1);
+        RaiseIf(s2.fComplex, t.complex2);
+    }
+    if (!self.fComplex) self.ExtendToComplex(true);
+    JoinCore<Polar>(s1, s2, self, i1, i2, index, len);
+}
+
+// The range form of a split: Self is the complex source, d1 and d2 real.
+template <bool Polar>
+void SplitRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t i1, int32_t i2, int32_t index, int32_t len,
+                const JoinTexts& t) {
+    self.ValidateParams(d1, d2, i1, i2, index, len);
+    if (self.fConditionCheck) {
+        RaiseIf(d1.fComplex, t.complex1);
+        RaiseIf(d2.fComplex, t.complex2);
+    }
+    SplitCore<Polar>(self, d1, d2, i1, i2, index, len);
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------
+// Real results.
+// ---------------------------------------------------------------------------
+#define ROVANE_REAL_RESULT(OP, KIND, RULES)                                                                      \
+    TRovane& TRovane::OP() { return RealResultInPlace(*this, RULES, RealResultCore<KIND>); }                     \
+    TRovane& TRovane::OP(int32_t index, int32_t len) {                                                           \
+        return RealResultInPlace(*this, index, len, RULES, RealResultCore<KIND>);                               \
+    }                                                                                                            \
+    TRovane& TRovane::OP(const TRovane& x) { return RealResultFrom(*this, x, RULES, RealResultCore<KIND>); }     \
+    TRovane& TRovane::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {                        \
+        return RealResultFrom(*this, x, xIndex, index, len, RULES, RealResultCore<KIND>);                       \
+    }                                                                                                            \
+    void TRovane::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {        \
+        RealResultCore<KIND>(src, dst, len, dstIndex, srcIndex);                                                 \
+    }
+ROVANE_REAL_RESULT(Abs, RealOp::Magnitude, AbsRules)
+ROVANE_REAL_RESULT(Mag, RealOp::Magnitude, MagRules)
+ROVANE_REAL_RESULT(RealPart, RealOp::Real, RealPartRules)
+ROVANE_REAL_RESULT(ImagPart, RealOp::Imag, ImagPartRules)
+ROVANE_REAL_RESULT(PowerSpectrum, RealOp::Power, SpectrumRules)
+ROVANE_REAL_RESULT(PhaseSpectrum, RealOp::Phase, SpectrumRules)
+#undef ROVANE_REAL_RESULT
+
+// ---------------------------------------------------------------------------
+// Complex results.
+// ---------------------------------------------------------------------------
+#define ROVANE_CPLX_RESULT(OP, KIND, RULES)                                                                      \
+    TRovane& TRovane::OP() { return CplxResultInPlace(*this, CplxResultCore<KIND>); }                            \
+    TRovane& TRovane::OP(int32_t index, int32_t len) {                                                           \
+        return CplxResultInPlace(*this, index, len, CplxResultCore<KIND>);                                       \
+    }                                                                                                            \
+    TRovane& TRovane::OP(const TRovane& x) { return CplxResultFrom(*this, x, RULES, CplxResultCore<KIND>); }     \
+    TRovane& TRovane::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {                        \
+        return CplxResultFrom(*this, x, xIndex, index, len, RULES, CplxResultCore<KIND>);                       \
+    }                                                                                                            \
+    void TRovane::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {        \
+        CplxResultCore<KIND>(src, dst, len, dstIndex, srcIndex);                                                 \
+    }
+ROVANE_CPLX_RESULT(MulI, CplxOp::MulI, MulIRules)
+ROVANE_CPLX_RESULT(Flip, CplxOp::Flip, FlipRules)
+ROVANE_CPLX_RESULT(FlipConj, CplxOp::FlipConj, FlipConjRules)
+#undef ROVANE_CPLX_RESULT
+
+// Conj keeps the kind of its data: in place, real data stays as it is.
+TRovane& TRovane::Conj() { return UnaryInPlace(*this, CplxResultCore<CplxOp::Conj>); }
+TRovane& TRovane::Conj(int32_t index, int32_t len) {
+    return UnaryInPlace(*this, index, len, CplxResultCore<CplxOp::Conj>);
+}
+TRovane& TRovane::Conj(const TRovane& x) {
+    RaiseIf(&x == this, "TVec.Conj: Self = Vec");
+    Size(x);
+    if (fLength > 0) CplxResultCore<CplxOp::Conj>(x, *this, fLength, 0, 0);
+    return *this;
+}
+TRovane& TRovane::Conj(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
+    ValidateParams(x, xIndex, index, len);
+    if (x.fComplex && !fComplex) ExtendToComplex(true);
+    if (len > 0) CplxResultCore<CplxOp::Conj>(x, *this, len, index, xIndex);
+    return *this;
+}
+void TRovane::Conj(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    CplxResultCore<CplxOp::Conj>(src, dst, len, dstIndex, srcIndex);
+}
+
+// ---------------------------------------------------------------------------
+// Sign and the rounding family: complex data as independent reals.
+// ---------------------------------------------------------------------------
+ROVANE_UNARY_DEFINE(TRovane, Sign, RunCore<RunOp::Negate>, "Sign: X = Self", "Sign: Self.Complex <> X.Complex")
+ROVANE_UNARY_DEFINE(TRovane, Round, RoundCore, "TRovane.Round: Self = Src", "TRovane.Round: Complex <> Src.Complex")
+ROVANE_UNARY_DEFINE(TRovane, Trunc, TruncCore, "TRovane.Trunc: Self = Src", "TRovane.Trunc: Complex <> Src.Complex")
+ROVANE_UNARY_DEFINE(TRovane, Ceil, RunCore<RunOp::Ceil>, "TRovane.Ceil: Src = Self",
+                    "TRovane.Ceil: Src.Complex <> Self.Complex")
+ROVANE_UNARY_DEFINE(TRovane, Floor, RunCore<RunOp::Floor>, "TRovane.Floor: Src = Self",
+                    "TRovane.Floor: Src.Complex <> Self.Complex")
+ROVANE_UNARY_DEFINE(TRovane, Frac, RunCore<RunOp::Frac>, "TRovane.Frac: X = Self",
+                    "TRovane.Frac: Complex <> Src.Complex")
+
+TRovane& TRovane::Round(TIntegerArray& dst) {
+    ToIntegers(*this, dst, rnRound);
+    return *this;
+}
+TRovane& TRovane::Trunc(TIntegerArray& dst) {
+    ToIntegers(*this, dst, rnTrunc);
+    return *this;
+}
+
+TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst) {
+    if (fConditionCheck) {
+        RaiseIf(&truncDst == this, "TRovane.TruncAndFrac, TruncDst: X = Self");
+        RaiseIf(&fracDst == this, "TRovane.TruncAndFrac, FracDst: X = Self");
+    }
+    truncDst.Size(*this);
+    fracDst.Size(*this);
+    return TruncAndFrac(truncDst, fracDst, 0, 0, 0, fLength);
+}
+
+TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst, int32_t truncIndex, int32_t fracIndex,
+                               int32_t index, int32_t len) {
+    ValidateParams(truncDst, fracDst, truncIndex, fracIndex, index, len);
+    if (fConditionCheck) {
+        RaiseIf(fComplex != truncDst.fComplex, "TRovane.TruncAndFrac, Self.Complex <> TruncDst.Complex");
+        RaiseIf(fComplex != fracDst.fComplex, "TRovane.TruncAndFrac, Self.Complex <> FracDst.Complex");
+    }
+    if (len <= 0) return *this;
+    ByWidth(fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        const int32_t n = fComplex && truncDst.fComplex && fracDst.fComplex ? 2 * len : len;
+        Pick<F>(ippsModf_64f_Idx, sippsModf_32f_Idx)(RunAt<F>(*this, index), 0, RunAt<F>(truncDst, truncIndex), 0,
+                                                     RunAt<F>(fracDst, fracIndex), 0, n);
+    });
+    return *this;
+}
+
+// ---------------------------------------------------------------------------
+// Sgn and SgnMul.
+// ---------------------------------------------------------------------------
+TRovane& TRovane::Sgn() { return UnaryInPlace(*this, SgnCore); }
+TRovane& TRovane::Sgn(int32_t index, int32_t len) { return UnaryInPlace(*this, index, len, SgnCore); }
+TRovane& TRovane::Sgn(const TRovane& x) {
+    RaiseIf(fConditionCheck && &x == this, "TRovane.Sgn: Self = Src");
+    Size(x, false);
+    if (fLength > 0) SgnCore(x, *this, fLength, 0, 0);
+    return *this;
+}
+// Any kinds of source and destination: the four kernels cover them.
+TRovane& TRovane::Sgn(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
+    ValidateParams(x, xIndex, index, len);
+    if (len > 0) SgnCore(x, *this, len, index, xIndex);
+    return *this;
+}
+void TRovane::Sgn(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    SgnCore(src, dst, len, dstIndex, srcIndex);
+}
+
+TRovane& TRovane::SgnMul(const TRovane& src) {
+    if (fConditionCheck) {
+        RaiseIf(&src == this, "TRovane.SgnMul: Self = Src");
+        RaiseIf(fLength != src.fLength, "TRovane.SgnMul: Self.Length <> Src.Length");
+        RaiseIf(fIsDouble != src.fIsDouble, "TRovane.SgnMul: Self.IsDouble <> Src.IsDouble");
+    }
+    if (fLength == 0) return *this;
+    ByWidth(fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        if (src.fComplex && fComplex)
+            Pick<F>(SgnMulc_Idx, sSgnMulc_Idx)(CplxAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
+        else if (src.fComplex)
+            Pick<F>(SgnMulcd_Idx, sSgnMulcd_Idx)(CplxAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
+        else if (fComplex)
+            Pick<F>(SgnMuldc_Idx, sSgnMuldc_Idx)(RealAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
+        else
+            Pick<F>(SgnMul_Idx, sSgnMul_Idx)(RealAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
+    });
+    return *this;
+}
+
+// ---------------------------------------------------------------------------
+// Rem and FixAngle.
+// ---------------------------------------------------------------------------
+TRovane& TRovane::Rem(const TRovane& x, const TRovane& y) {
+    if (fConditionCheck) {
+        RaiseIf(&x == this, "TRovane.Rem: X = Self");
+        RaiseIf(x.fComplex, "TRovane.Rem: X is Complex");
+        RaiseIf(&y == this, "TRovane.Rem: Y = Self");
+        RaiseIf(y.fComplex, "TRovane.Rem: Y is Complex");
+        RaiseIf(x.fLength != y.fLength, "TRovane.Rem: X.Length <> Y.Length");
+        RaiseIf(x.fIsDouble != y.fIsDouble, "TRovane.Rem: X.IsDouble <> Y.IsDouble");
+    }
+    Size(ShapeOf(x, y), false);
+    return Rem(x, y, 0, 0, 0, fLength);
+}
+
+TRovane& TRovane::Rem(const TRovane& x, const TRovane& y, int32_t xIndex, int32_t yIndex, int32_t index,
+                      int32_t len) {
+    ValidateParams(x, y, xIndex, yIndex, index, len);
+    if (fConditionCheck) {
+        RaiseIf(x.fComplex, "TRovane.Rem: X is Complex");
+        RaiseIf(y.fComplex, "TRovane.Rem: Y is Complex");
+        RaiseIf(fComplex, "TRovane.Rem: Self is Complex");
+    }
+    if (len <= 0) return *this;
+    ByWidth(fIsDouble, [&](auto f) {
+        using F = decltype(f);
+        RemRuns<F>(RealAt<F>(x, xIndex).ptr(), RealAt<F>(y, yIndex).ptr(), RealAt<F>(*this, index).ptr(), len);
+    });
+    return *this;
+}
+
+TRovane& TRovane::Rem(const TRovane& x, double value) {
+    if (fConditionCheck) {
+        RaiseIf(&x == this, "TRovane.Rem: X = Self");
+        RaiseIf(x.fComplex, "TRovane.Rem: X is Complex");
+    }
+    Size(x, false);
+    if (fLength > 0) RemByValue(x, *this, value, fLength, 0, 0);
+    return *this;
+}
+
+TRovane& TRovane::Rem(const TRovane& x, double value, int32_t xIndex, int32_t index, int32_t len) {
+    ValidateParams(x, xIndex, index, len);
+    if (fConditionCheck) {
+        RaiseIf(x.fComplex, "TRovane.Rem: X is Complex");
+        RaiseIf(fComplex, "TRovane.Rem: Self is Complex");
+    }
+    if (len > 0) RemByValue(x, *this, value, len, index, xIndex);
+    return *this;
+}
+
+TRovane& TRovane::FixAngle() {
+    RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
+    return UnaryInPlace(*this, FixAngleCore);
+}
+TRovane& TRovane::FixAngle(int32_t index, int32_t len) {
+    RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
+    return UnaryInPlace(*this, index, len, FixAngleCore);
+}
+TRovane& TRovane::FixAngle(const TRovane& x) {
+    if (fConditionCheck) {
+        RaiseIf(&x == this, "TRovane.FixAngle: Src = Self ");
+        RaiseIf(x.fComplex, "TRovane.FixAngle: Src is Complex");
+    }
+    Size(x, false);
+    if (fLength > 0) FixAngleCore(x, *this, fLength, 0, 0);
+    return *this;
+}
+TRovane& TRovane::FixAngle(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
+    ValidateParams(x, xIndex, index, len);
+    if (fConditionCheck) {
+        RaiseIf(x.fComplex, "TRovane.FixAngle: Src is Complex");
+        RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
+    }
+    if (len > 0) FixAngleCore(x, *this, len, index, xIndex);
+    return *this;
+}
+void TRovane::FixAngle(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
+    FixAngleCore(src, dst, len, dstIndex, srcIndex);
+}
+
+// ---------------------------------------------------------------------------
+// Split and join.
+// ---------------------------------------------------------------------------
+TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec) {
+    RaiseIf(!fComplex, "TVec.CartToPolar: Not complex!");
+    ampltVec.Size(*this, false);
+    phaseVec.Size(*this, false);
+    SplitCore<true>(*this, ampltVec, phaseVec, 0, 0, 0, fLength);
+    return *this;
+}
+
+TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec, int32_t ampltIndex, int32_t phaseIndex,
+                              int32_t index, int32_t len) {
+    RaiseIf(!fComplex, "TVec.CartToPolar: Not complex!");
+    SplitRange<true>(*this, ampltVec, phaseVec, ampltIndex, phaseIndex, index, len, PolarTexts);
+    return *this;
+}
+
+TRovane& TRovane::PolarToCart(const TRovane& ampltVec, const TRovane& phaseVec) {
+    JoinWhole<true>(*this, ampltVec, phaseVec, PolarTexts);
+    return *this;
+}
+
+TRovane& TRovane::PolarToCart(const TRovane& ampltVec, const TRovane& phaseVec, int32_t ampltIndex,
+                              int32_t phaseIndex, int32_t index, int32_t len) {
+    JoinRange<true>(*this, ampltVec, phaseVec, ampltIndex, phaseIndex, index, len, PolarTexts);
+    return *this;
+}
+
+TRovane& TRovane::CplxToReal(TRovane& reVec, TRovane& imVec) {
+    RaiseIf(!fComplex, "Complex = False");
+    RaiseIf(&reVec == this || &imVec == this, "(Self = ReVec) or (Self = ImVec)");
+    reVec.Size(*this, false);
+    imVec.Size(*this, false);
+    SplitCore<false>(*this, reVec, imVec, 0, 0, 0, fLength);
+    return *this;
+}
+
+TRovane& TRovane::CplxToReal(TRovane& reVec, TRovane& imVec, int32_t reIndex, int32_t imIndex, int32_t index,
+                             int32_t len) {
+    RaiseIf(!fComplex, "Complex = False");
+    RaiseIf(&reVec == this || &imVec == this, "(Self = ReVec) or (Self = ImVec)");
+    SplitRange<false>(*this, reVec, imVec, reIndex, imIndex, index, len, CplxTexts);
+    return *this;
+}
+
+TRovane& TRovane::RealToCplx(const TRovane& reVec, const TRovane& imVec) {
+    JoinWhole<false>(*this, reVec, imVec, CplxTexts);
+    return *this;
+}
+
+TRovane& TRovane::RealToCplx(const TRovane& reVec, const TRovane& imVec, int32_t reIndex, int32_t imIndex,
+                             int32_t index, int32_t len) {
+    JoinRange<false>(*this, reVec, imVec, reIndex, imIndex, index, len, CplxTexts);
+    return *this;
+}
+
+}  // namespace rovane
