@@ -10,6 +10,8 @@
 #include <complex>
 #include <cstdio>
 #include <map>
+#include <set>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -105,14 +107,17 @@ class RatioReporter : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
+        // With repetitions the median stands for the case, else the one run.
         for (const Run& r : runs) {
-            if (r.run_type != Run::RT_Iteration) continue;
-            const std::string name = r.benchmark_name();  // BM_Arith/<n>/<impl>/<op>[/real_time]
+            const bool median = r.run_type == Run::RT_Aggregate && r.aggregate_name == "median";
+            if (r.run_type != Run::RT_Iteration && !median) continue;
+            const std::string name = r.run_name.str();  // BM_Arith/<n>/<impl>/<op>[/real_time]
             std::vector<int64_t> a;
             for (size_t p = name.find('/'); p != std::string::npos && a.size() < 3; p = name.find('/', p + 1))
                 a.push_back(std::stoll(name.substr(p + 1)));
             const std::string key = std::string(kOpName[a[2]]) + " n=" + std::to_string(a[0]);
-            times_[key][a[1]] = r.GetAdjustedRealTime();
+            if (median || !medians_.count({key, a[1]})) times_[key][a[1]] = r.GetAdjustedRealTime();
+            if (median) medians_.insert({key, a[1]});
         }
     }
     void Finalize() override {
@@ -137,6 +142,7 @@ public:
 
 private:
     std::map<std::string, std::map<int64_t, double>> times_;
+    std::set<std::pair<std::string, int64_t>> medians_;
 };
 
 }  // namespace
