@@ -491,6 +491,94 @@ public:
     TDenseRovane& Add(const TRovane& vec, const TCplx& value, int32_t vecIndex, int32_t index, int32_t len);
 
     // ---- the further arithmetic families (Arithmetic.cpp) ---------------
+    // All overloads of one name sit in this class, the scalar forms of Mul and
+    // Scale included, so that no overload hides another across the two classes.
+    // A Len of -1 means up to the end of Self.
+
+// The twelve forms of a family shaped like Add: with a vector, two vectors,
+// their ranges, a real or complex scalar in place or on a range, and a vector
+// with a scalar, whole or on ranges.
+#define ROVANE_ARITH_FAMILY(OP)                                                                                   \
+    TDenseRovane& OP(const TRovane& vec);                                                                        \
+    TDenseRovane& OP(const TRovane& vec1, const TRovane& vec2);                                                  \
+    TDenseRovane& OP(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);                          \
+    TDenseRovane& OP(const TRovane& vec1, const TRovane& vec2, int32_t vec1Index, int32_t vec2Index,             \
+                     int32_t index, int32_t len);                                                                \
+    TDenseRovane& OP(double value);                                                                              \
+    TDenseRovane& OP(const TCplx& value);                                                                        \
+    TDenseRovane& OP(double value, int32_t index, int32_t len);                                                  \
+    TDenseRovane& OP(const TCplx& value, int32_t index, int32_t len);                                            \
+    TDenseRovane& OP(const TRovane& vec, double value);                                                          \
+    TDenseRovane& OP(const TRovane& vec, const TCplx& value);                                                    \
+    TDenseRovane& OP(const TRovane& vec, double value, int32_t vecIndex, int32_t index, int32_t len);            \
+    TDenseRovane& OP(const TRovane& vec, const TCplx& value, int32_t vecIndex, int32_t index, int32_t len);
+// The scalar forms alone: in place, whole or on a range.
+#define ROVANE_SCALAR_FAMILY(OP)                                                                                  \
+    TDenseRovane& OP(double value);                                                                              \
+    TDenseRovane& OP(const TCplx& value);                                                                        \
+    TDenseRovane& OP(double value, int32_t index, int32_t len);                                                  \
+    TDenseRovane& OP(const TCplx& value, int32_t index, int32_t len);
+// A scalar on the left of each element: in place, and from a vector.
+#define ROVANE_REVERSED_FAMILY(OP)                                                                                \
+    ROVANE_SCALAR_FAMILY(OP)                                                                                     \
+    TDenseRovane& OP(double value, const TRovane& vec);                                                          \
+    TDenseRovane& OP(const TCplx& value, const TRovane& vec);                                                    \
+    TDenseRovane& OP(double value, const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);            \
+    TDenseRovane& OP(const TCplx& value, const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+
+    // Self - Vec, Vec1 - Vec2; Sub(Value) is Add(-Value), Sub(Vec, Value) is Add(Vec, -Value).
+    ROVANE_ARITH_FAMILY(Sub)
+    // Self * Vec, Vec1 * Vec2, and scaling by a real or complex value.
+    ROVANE_ARITH_FAMILY(Mul)
+    // Scale is Mul with a scalar, Offset is Add with a scalar.
+    ROVANE_SCALAR_FAMILY(Scale)
+    ROVANE_SCALAR_FAMILY(Offset)
+    // Value - element and Value / element.
+    ROVANE_REVERSED_FAMILY(SubFrom)
+    ROVANE_REVERSED_FAMILY(DivideBy)
+
+    // Self / Vec and Num / Den. The Threshold forms multiply by the inverse of
+    // the denominator, whose elements below Threshold in magnitude count as
+    // having that magnitude (keeping sign or phase).
+    TDenseRovane& Divide(const TRovane& vec);
+    TDenseRovane& Divide(const TRovane& num, const TRovane& den);
+    TDenseRovane& Divide(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+    TDenseRovane& Divide(const TRovane& num, const TRovane& den, int32_t numIndex, int32_t denIndex, int32_t index,
+                         int32_t len);
+    TDenseRovane& Divide(const TRovane& vec, double threshold);
+    TDenseRovane& Divide(const TRovane& num, const TRovane& den, double threshold);
+    TDenseRovane& Divide(const TRovane& vec, double threshold, int32_t vecIndex, int32_t index, int32_t len);
+    TDenseRovane& Divide(const TRovane& num, const TRovane& den, double threshold, int32_t numIndex,
+                         int32_t denIndex, int32_t index, int32_t len);
+    TDenseRovane& DivideVec(const TRovane& vec);
+    TDenseRovane& DivideVec(const TRovane& num, const TRovane& den);
+    TDenseRovane& DivideVec(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+
+    // Self + Vec * Factor. A factor of exactly one is Add. The two-real form
+    // takes the complex factor (Factor1, Factor2).
+    TDenseRovane& AddScaled(const TRovane& vec, double factor);
+    TDenseRovane& AddScaled(const TRovane& vec, const TCplx& factor);
+    TDenseRovane& AddScaled(const TRovane& vec, double factor1, double factor2);
+    TDenseRovane& AddScaled(const TRovane& vec, double factor, int32_t vecIndex, int32_t index, int32_t len);
+    TDenseRovane& AddScaled(const TRovane& vec, const TCplx& factor, int32_t vecIndex, int32_t index, int32_t len);
+    TDenseRovane& AddScaled(const TRovane& vec, double factor1, double factor2, int32_t vecIndex, int32_t index,
+                            int32_t len);
+
+    // Self + Vec1 * Vec2, all of one complexity.
+    TDenseRovane& AddProduct(const TRovane& vec1, const TRovane& vec2);
+    TDenseRovane& AddProduct(const TRovane& vec1, const TRovane& vec2, int32_t vec1Index, int32_t vec2Index,
+                             int32_t index, int32_t len);
+
+    // Self * conj(Vec), Vec1 * conj(Vec2).
+    TDenseRovane& ConjMul(const TRovane& vec);
+    TDenseRovane& ConjMul(const TRovane& vec1, const TRovane& vec2);
+    TDenseRovane& ConjMul(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+    TDenseRovane& ConjMul(const TRovane& vec1, const TRovane& vec2, int32_t vec1Index, int32_t vec2Index,
+                          int32_t index, int32_t len);
+
+#undef ROVANE_ARITH_FAMILY
+#undef ROVANE_SCALAR_FAMILY
+#undef ROVANE_REVERSED_FAMILY
     // ---- end of the further arithmetic families --------------------------
 };
 
