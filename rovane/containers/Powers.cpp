@@ -91,7 +91,7 @@ void ScaleRun(Cx<F>* d, int32_t n, F k) {
 
 // ln z: magnitude and phase, the real logarithm of the magnitude, joined.
 template <class F>
-void CplxLn(const Cx<F>* x, Cx<F>* d, int32_t n) {
+void CplxLnRun(const Cx<F>* x, Cx<F>* d, int32_t n) {
     Scratch<F, 2> t(n);
     Prims<F>::CartToPolar(x, 0, t[0], 0, t[1], 0, n);
     Prims<F>::Ln(t[0], 0, t[0], 0, n);
@@ -101,7 +101,7 @@ void CplxLn(const Cx<F>* x, Cx<F>* d, int32_t n) {
 // exp(k z) for z = x + iy: sin and cos of k y, E = exp(k x), re = cos * E,
 // im = sin * E. Without a factor (Exp) the parts are used as they are.
 template <class F>
-void CplxExp(const Cx<F>* x, Cx<F>* d, int32_t n, std::optional<F> k = std::nullopt) {
+void CplxExpRun(const Cx<F>* x, Cx<F>* d, int32_t n, std::optional<F> k) {
     Scratch<F, 4> t(n);  // re, im, sin, cos
     Prims<F>::CplxToReal(x, 0, t[0], 0, t[1], 0, n);
     if (k) ScaleRun(t[1], n, *k);
@@ -111,6 +111,17 @@ void CplxExp(const Cx<F>* x, Cx<F>* d, int32_t n, std::optional<F> k = std::null
     Prims<F>::MulI(t[0], 0, t[3], 0, n);
     Prims<F>::MulI(t[0], 0, t[2], 0, n);
     Prims<F>::RealToCplx(t[3], 0, t[2], 0, d, 0, n);
+}
+
+// The compositions run chunk by chunk, so that their temporaries stay in
+// cache slots and in the processor's cache.
+template <class F>
+void CplxLn(const Cx<F>* x, Cx<F>* d, int32_t n) {
+    InChunks(n, [&](int32_t o, int32_t m) { CplxLnRun<F>(x + o, d + o, m); });
+}
+template <class F>
+void CplxExp(const Cx<F>* x, Cx<F>* d, int32_t n, std::optional<F> k = std::nullopt) {
+    InChunks(n, [&](int32_t o, int32_t m) { CplxExpRun<F>(x + o, d + o, m, k); });
 }
 
 // ln of a real or complex run, then a multiplication by k (Log2, Log10 of

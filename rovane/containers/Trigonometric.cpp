@@ -378,7 +378,7 @@ struct ThenInv {
     }
     template <class F>
     static void Cplx(const C<F>* z, C<F>* d, int32_t n) {
-        Op::template Cplx<F>(z, d, n);
+        InChunks(n, [&](int32_t o, int32_t m) { Op::template Cplx<F>(z + o, d + o, m); });
         run::InvC<F>(d, d, n);
     }
 };
@@ -394,7 +394,7 @@ struct InvThen {
     template <class F>
     static void Cplx(const C<F>* z, C<F>* d, int32_t n) {
         run::InvC<F>(z, d, n);
-        Op::template Cplx<F>(d, d, n);
+        InChunks(n, [&](int32_t o, int32_t m) { Op::template Cplx<F>(d + o, d + o, m); });
     }
 };
 
@@ -418,7 +418,7 @@ void TrigCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, i
         using T = std::remove_const_t<std::remove_pointer_t<decltype(x)>>;
         using F = RealOf<T>;
         if constexpr (IsComplex<T>)
-            Op::template Cplx<F>(x, d, len);
+            InChunks(len, [&](int32_t o, int32_t m) { Op::template Cplx<F>(x + o, d + o, m); });
         else
             Op::template Real<F>(x, d, len);
     });

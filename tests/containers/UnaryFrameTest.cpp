@@ -46,3 +46,26 @@ TEST(UnaryFrame, FailureTexts) {
     ExpectMessage<ERovaneInvalidArgument>([&] { b.Sqrt(a, 0, 0, 2); }, "Sqrt: Self.Complex <> X.Complex");
     ExpectMessage<ERovaneRangeError>([&] { a.Sqrt(2, 2); }, "Self params out of range: Index: 2, Len: 2, Length: 3");
 }
+
+TEST(UnaryFrame, CompositionsAreTheSameAcrossChunkBoundaries) {
+    // Long complex runs are composed chunk by chunk; every element must come
+    // out as it does when computed on its own.
+    TVec x, whole, single;
+    const int32_t n = 5003;
+    x.Size(n, true);
+    for (int32_t i = 0; i < 2 * n; ++i) x[i] = std::sin(0.37 * i) * 3;
+    single.Size(n, true);
+    using Whole = TRovane& (TRovane::*)(const TRovane&);
+    using Range = TRovane& (TRovane::*)(const TRovane&, int32_t, int32_t, int32_t);
+    const std::pair<Whole, Range> ops[] = {{&TRovane::Exp, &TRovane::Exp},
+                                           {&TRovane::Sin, &TRovane::Sin},
+                                           {&TRovane::Ln, &TRovane::Ln}};
+    for (const auto& [w, r] : ops) {
+        (whole.*w)(x);
+        for (int32_t i = 0; i < n; i += 97) {
+            (single.*r)(x, i, i, 1);
+            EXPECT_EQ(whole[2 * i], single[2 * i]) << i;
+            EXPECT_EQ(whole[2 * i + 1], single[2 * i + 1]) << i;
+        }
+    }
+}
