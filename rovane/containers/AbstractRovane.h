@@ -415,8 +415,6 @@ public:
     TRovane& Replace(const TSCplx& value, const TSCplx& newValue, float tolerance = 0);
     TRovane& Replace(const TSCplx& value, const TSCplx& newValue, int32_t index, int32_t len, float tolerance = 0);
     // Every NaN becomes Value; real and imaginary parts count as separate reals.
-    TRovane& ReplaceNAN(double value);
-    TRovane& ReplaceNAN(double value, int32_t index, int32_t len);
 
     // (x - SubOffset) / DivFactor.
     TRovane& Normalize(double subOffset, double divFactor);
@@ -580,6 +578,10 @@ public:
 #undef ROVANE_SCALAR_FAMILY
 #undef ROVANE_REVERSED_FAMILY
     // ---- end of the further arithmetic families --------------------------
+
+    // Every NaN, in real and imaginary parts alike, becomes Value.
+    TDenseRovane& ReplaceNAN(double value);
+    TDenseRovane& ReplaceNAN(double value, int32_t index, int32_t len);
 };
 
 }  // namespace rovane

@@ -611,6 +611,14 @@ void TRovane::Sgn(const TRovane& src, TRovane& dst, int32_t len, int32_t dstInde
     SgnCore(src, dst, len, dstIndex, srcIndex);
 }
 
+// The container's SgnMul negates where a real source is NaN; the primitive
+// leaves such elements, so a fix-up pass follows it for real sources.
+template <class F, class T>
+void NegateWhereNan(const F* src, T* d, int32_t n) {
+    for (int32_t i = 0; i < n; ++i)
+        if (src[i] != src[i]) d[i] = -d[i];
+}
+
 TRovane& TRovane::SgnMul(const TRovane& src) {
     if (fConditionCheck) {
         RaiseIf(&src == this, "TRovane.SgnMul: Self = Src");
@@ -624,10 +632,13 @@ TRovane& TRovane::SgnMul(const TRovane& src) {
             Pick<F>(SgnMulc_Idx, sSgnMulc_Idx)(CplxAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
         else if (src.fComplex)
             Pick<F>(SgnMulcd_Idx, sSgnMulcd_Idx)(CplxAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
-        else if (fComplex)
+        else if (fComplex) {
             Pick<F>(SgnMuldc_Idx, sSgnMuldc_Idx)(RealAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
-        else
+            NegateWhereNan(RealAt<F>(src).ptr(), CplxAt<F>(*this).ptr(), fLength);
+        } else {
             Pick<F>(SgnMul_Idx, sSgnMul_Idx)(RealAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
+            NegateWhereNan(RealAt<F>(src).ptr(), RealAt<F>(*this).ptr(), fLength);
+        }
     });
     return *this;
 }

@@ -591,9 +591,9 @@ TRovane& TRovane::Replace(const TSCplx& value, const TSCplx& newValue, int32_t i
     return *this;
 }
 
-TRovane& TRovane::ReplaceNAN(double value) { return ReplaceNAN(value, 0, fLength); }
+TDenseRovane& TDenseRovane::ReplaceNAN(double value) { return ReplaceNAN(value, 0, fLength); }
 
-TRovane& TRovane::ReplaceNAN(double value, int32_t index, int32_t len) {
+TDenseRovane& TDenseRovane::ReplaceNAN(double value, int32_t index, int32_t len) {
     ValidateParams(index, len);
     if (len <= 0) return *this;
     ByWidth(fIsDouble, [&](auto f) {

@@ -200,16 +200,16 @@ TEST_P(Parts, SignSgnAndSgnMul) {
     s.Sign(a);
     EXPECT_EQ(Reals(s), (std::vector<double>{1, -2, 3, -4}));
 
-    // SgnMul across the four kinds; a NaN sign leaves the element.
+    // SgnMul across the four kinds; a NaN in a real source negates.
     TVec d, src;
     Fill(d, {1, 2, 3, 4}, false, dbl);
     Fill(src, {-1, 0, nan, 5}, false, dbl);
     d.SgnMul(src);
-    EXPECT_EQ(Reals(d), (std::vector<double>{-1, 0, 3, 4}));
+    EXPECT_EQ(Reals(d), (std::vector<double>{-1, 0, -3, 4}));
     Fill(d, {1, 2, 3, 4}, true, dbl);
-    Fill(src, {-1, 1}, false, dbl);
+    Fill(src, {-1, nan}, false, dbl);
     d.SgnMul(src);
-    EXPECT_EQ(Reals(d), (std::vector<double>{-1, -2, 3, 4}));
+    EXPECT_EQ(Reals(d), (std::vector<double>{-1, -2, -3, -4}));
     Fill(d, {5, 6}, false, dbl);
     Fill(src, {0, -1, 0, 0}, true, dbl);
     d.SgnMul(src);

@@ -455,7 +455,8 @@ TEST(Thresholds, ConditionCheckOff) {
 
 TEST(Thresholds, EmptyContainers) {
     TVec e, c;
-    e.ThreshBottom(1).ThreshAbsLT(1).ThresholdGT_LT(1, 1, 0, 0).Replace(1.0, 2.0).ReplaceNAN(0).Normalize(1, 2);
+    e.ThreshBottom(1).ThreshAbsLT(1).ThresholdGT_LT(1, 1, 0, 0).Replace(1.0, 2.0);
+    e.ReplaceNAN(0).Normalize(1, 2);
     e.RandUniform().RandGauss(3u, 0, 1);
     EXPECT_EQ(e.Length(), 0);
     EXPECT_EQ(e.GISeed, 3u);
