@@ -446,7 +446,7 @@ uint32_t AbsOf(int32_t n) { return n < 0 ? 0u - static_cast<uint32_t>(n) : stati
 // d = b ^ k by multiplication of the values themselves (real, or complex);
 // b and d may be the same run.
 template <class T>
-void IntPowerDirect(const T* b, T* d, int32_t n, int32_t k) {
+void IntPowerDirectRun(const T* b, T* d, int32_t n, int32_t k) {
     using F = RealOf<T>;
     Scratch<F, 1> t(IsComplex<T> ? 2 * n : n);
     T* p = reinterpret_cast<T*>(t[0]);
@@ -466,13 +466,23 @@ void IntPowerDirect(const T* b, T* d, int32_t n, int32_t k) {
 // d = b ^ k in polar form: the magnitude through square-and-multiply, the
 // phase multiplied by k (not reduced), joined again.
 template <class F>
-void IntPowerPolar(const Cx<F>* b, Cx<F>* d, int32_t n, int32_t k) {
+void IntPowerPolarRun(const Cx<F>* b, Cx<F>* d, int32_t n, int32_t k) {
     Scratch<F, 3> t(n);  // magnitude (then running power), phase, accumulated magnitude
     Prims<F>::CartToPolar(b, 0, t[0], 0, t[1], 0, n);
     ScaleRun(t[1], n, static_cast<F>(k));
     BinaryPower(t[0], t[2], n, AbsOf(k));
     if (k < 0) Prims<F>::Inv(t[2], 0, t[2], 0, n);
     Prims<F>::PolarToCart(t[2], 0, t[1], 0, d, 0, n);
+}
+
+// Both routes chunk by chunk, like the other compositions.
+template <class T>
+void IntPowerDirect(const T* b, T* d, int32_t n, int32_t k) {
+    InChunks(n, [&](int32_t o, int32_t m) { IntPowerDirectRun(b + o, d + o, m, k); });
+}
+template <class F>
+void IntPowerPolar(const Cx<F>* b, Cx<F>* d, int32_t n, int32_t k) {
+    InChunks(n, [&](int32_t o, int32_t m) { IntPowerPolarRun<F>(b + o, d + o, m, k); });
 }
 
 }  // namespace

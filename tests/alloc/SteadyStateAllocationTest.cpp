@@ -48,7 +48,10 @@ void free(void* p) { __libc_free(p); }
 using namespace rovane;
 
 TEST(SteadyState, RepeatedOperationsMakeNoHeapAllocation) {
-    TVec a, b, c1, c2, c3, z, r;
+    TVec a, b, c1, c2, c3, z, r, w, e1, e2, e3, d1, d2, p1, p2;
+    // Longer than a cache slot, so that chunked compositions are exercised.
+    w.Size(10000, true);
+    w.SetVal(TCplx(0.25, -0.5));
     // r turns from real to complex in every pass: a capacity that holds the
     // complex form keeps its block.
     r.SetCapacityInElements(2000);
@@ -70,6 +73,15 @@ TEST(SteadyState, RepeatedOperationsMakeNoHeapAllocation) {
         r.Copy(a);
         r.Add(z);                // real Self with complex operand: a cached temporary
         r.Add(TCplx(0.5, 0.5));
+        // Families with temporaries of their own: compositions on split
+        // parts of long runs, divisions with a threshold, powers with a fix-up.
+        e1.Exp(w);
+        e2.Sin(w);
+        e3.ArcSin(w);
+        d1.Divide(a, z, 1e-6);
+        d2.Sub(z, a);
+        p1.Power(w, 2.5);
+        p2.IntPower(w, 7);
     };
     pass();  // the first pass may size the results
     pass();
