@@ -40,5 +40,20 @@ int main() {
     x.SetFullRange();
     const TVec& cx = x;
     std::printf("  after adding 100 to the sub-range [1, 2]: %g %g %g %g\n", cx[0], cx[1], cx[2], cx[3]);
+
+    std::printf("\nElementwise math\n");
+    TVec w, s;
+    w.SetCplx({0, PI, 1, 2});
+    s.Exp(w);  // composed on split parts: exp(x) (cos y + i sin y)
+    std::printf("  Exp(0+pi i) = %s, Exp(1+2i) = %s\n", CplxToStr(s.Firstc()).c_str(), CplxToStr(s.Lastc()).c_str());
+    s.ArcSin(w);
+    std::printf("  ArcSin(1+2i) = %s\n", CplxToStr(s.Lastc()).c_str());
+    TVec r;
+    r.SetIt({-2.5, -0.5, 0.5, 1.5, 2.5});
+    r.Round();  // halves to even
+    const TVec& cr = r;
+    std::printf("  Round(-2.5 -0.5 0.5 1.5 2.5) = %g %g %g %g %g\n", cr[0], cr[1], cr[2], cr[3], cr[4]);
+    r.RandUniform(42u, 0, 1);
+    std::printf("  RandUniform(seed 42): %.6f %.6f ... (the same on every machine)\n", cr[0], cr[1]);
     return 0;
 }
