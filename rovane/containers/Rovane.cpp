@@ -326,7 +326,7 @@ void TVec::SetSubRangeDirect(TRovaneBase& src, int32_t index, int32_t len) {
 }
 
 int32_t TVec::CacheLength() const { return SlotElements(*this, false); }
-int64_t TVec::CacheLengthInBytes() const { return int64_t(CacheLength()) * 8; }
+int64_t TVec::CacheLengthInBytes() const { return fCacheIndex < 0 ? 0 : fSlotBytes; }
 void* TVec::DoubleCachePointer() const { return SlotOf(*this, false); }
 void* TVec::SingleCachePointer() const { return SlotOf(*this, false); }
 
@@ -577,7 +577,7 @@ void TMtx::SetSubRangeDirect2(TRovaneBase& src, int32_t index, int32_t rows, int
 }
 
 int32_t TMtx::CacheLength() const { return SlotElements(*this, true); }
-int64_t TMtx::CacheLengthInBytes() const { return int64_t(CacheLength()) * 8; }
+int64_t TMtx::CacheLengthInBytes() const { return fCacheIndex < 0 ? 0 : fSlotBytes; }
 void* TMtx::DoubleCachePointer() const { return SlotOf(*this, true); }
 void* TMtx::SingleCachePointer() const { return SlotOf(*this, true); }
 

@@ -204,8 +204,10 @@ namespace {
 // Bumped whenever a pool changes owner or the pools are rebuilt: a thread's
 // remembered pool index is valid while the generation it read is current.
 std::atomic<uint32_t> gPoolGeneration{1};
-thread_local uint32_t tPoolGeneration = 0;
-thread_local int32_t tPoolIndex = 0;
+// Initial-exec: the library is loaded with the program, and the model saves
+// a call per access.
+__attribute__((tls_model("initial-exec"))) thread_local uint32_t tPoolGeneration = 0;
+__attribute__((tls_model("initial-exec"))) thread_local int32_t tPoolIndex = 0;
 }  // namespace
 
 void TRovanePoolItem::SetThreadID(uint64_t id) {

@@ -56,6 +56,7 @@ void TRovaneBase::CreateCached(int32_t poolIndex, int64_t actualSize, int32_t me
     FCacheOwned = true;
     fPoolIndex = poolIndex;
     fMemIndex = memIndex;
+    fSlotBytes = actualSize;
     fCacheIndex = cacheIndex;
     EnsureStack();
     fRefCount = 1;

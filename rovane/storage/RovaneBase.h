@@ -48,6 +48,9 @@ public:
     bool FBlockEnd = true;
     std::atomic<int32_t> fRefCount{0};
     int32_t fMemIndex = -1;
+    // Bytes of this object's cache slot, fixed while the object lives in a
+    // cache (0 for a free object): read on every Size of a cached object.
+    int64_t fSlotBytes = 0;
     TSubRangeStack fSubRangeStack;
     bool FCacheOwned = false;
     // Atomic: Recollect of a shared pool renumbers objects that other
