@@ -435,7 +435,7 @@ public:
 
     // Fill Length elements (both parts of complex data): uniform on [A, B)
     // or Gaussian with mean A and deviation B. Without a seed one is drawn
-    // from the process-wide generator; the seed a fill starts from is kept in
+    // from the process-wide generator; a fill's starting seed is kept in
     // RISeed (uniform) or GISeed (Gauss).
     TRovane& RandUniform();
     TRovane& RandUniform(double a, double b);

@@ -439,7 +439,7 @@ TRovane& NormFromRange(TRovane& self, const TRovane& vec, NormKind kind, const T
 
 // ---------------------------------------------------------------------------
 // Random fills over the real run of Self (both parts of complex data). The
-// field keeps the seed the fill starts from, so that the fill can be repeated.
+// field keeps the starting seed of the fill, so that the fill can be repeated.
 // ---------------------------------------------------------------------------
 TRovane& RandFill(TRovane& self, bool gauss, uint32_t seed, double a, double b) {
     (gauss ? self.GISeed : self.RISeed) = seed;

@@ -1,7 +1,7 @@
 // Random fills from a caller-held 32-bit seed, and the process-wide source of
 // fresh seeds.
 //
-// The generator. The seed is the whole state: a 32-bit linear congruential
+// The generator. A seed value is the whole state: a 32-bit linear congruential
 // step of full period 2^32,
 //     s := s * 747796405 + 2891336453   (mod 2^32),
 // whose new state is spread to 64 bits and passed through the SplitMix64
@@ -13,7 +13,7 @@
 // A double uniform on [0, 1) is (z >> 11) * 2^-53, a single one
 // (z >> 40) * 2^-24: the single stream is the double stream cut to 24 bits.
 // Only integer arithmetic decides the stream, so it is the same on every
-// machine and standard library. After a fill the seed holds the state after
+// machine and standard library. After a fill the caller's seed holds the state after
 // the last step, so a second call continues the stream.
 //
 // Uniform: element = u * (high - low) + low, in the element's precision.
@@ -26,7 +26,7 @@
 // Complex data are filled through the real run of twice the length. Arguments
 // follow the _Idx shape (destination, index, length); a length below zero
 // returns ippStsSizeErr, a null destination with a positive length
-// ippStsNullPtrErr, and neither touches the seed. The routines keep no state
+// ippStsNullPtrErr, and neither touches its seed argument. The routines keep no state
 // of their own: two threads may fill with their own seeds at once.
 #pragma once
 
