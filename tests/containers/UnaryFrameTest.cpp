@@ -69,3 +69,25 @@ TEST(UnaryFrame, CompositionsAreTheSameAcrossChunkBoundaries) {
         }
     }
 }
+
+TEST(UnaryFrame, BlockLoopsGiveTheWholeRunResult) {
+    // Elementwise members on the blocks of a source, real and complex, agree
+    // with one call on the whole run.
+    for (bool complex : {false, true}) {
+        TVec src, whole, view, y;
+        src.Size(2500, complex);
+        for (int32_t i = 0; i < (complex ? 5000 : 2500); ++i) src[i] = 0.001 * i - 1.2;
+        whole.Sin(src);
+        y.Size(src);
+        y.SetVal(0.5);
+        TVec expect;
+        expect.Add(whole, y);
+        view.BlockInit(src, 700);
+        while (!view.BlockEnd()) {
+            view.Sin();
+            view.Add(0.5);
+            view.BlockNext();
+        }
+        EXPECT_EQ(Reals(src), Reals(expect)) << complex;
+    }
+}
