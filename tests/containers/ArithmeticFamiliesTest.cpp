@@ -1,10 +1,8 @@
-// The arithmetic families beyond Add: Sub, Mul, Divide, ConjMul with vectors;
-// Sub, Mul, Scale, Offset, SubFrom, DivideBy with scalars; the thresholded
-// Divide, AddScaled and AddProduct. Values are checked against the formulas
-// written plainly here, in both precisions, for every mix of real and complex
-// operands, whole and on ranges, and the failure texts with their order.
+// The arithmetic families beyond Add, against the formulas written plainly,
+// in both precisions, for every mix of real and complex operands and ranges.
 #include <cmath>
 #include <complex>
+#include <functional>
 #include <vector>
 
 #include "ContainerTestUtil.h"
@@ -46,7 +44,7 @@ void ExpectValues(const TVec& v, const std::vector<Cx>& want, bool complex, cons
         EXPECT_LE(std::abs(At(v, i) - want[i]), tol * (1 + std::abs(want[i]))) << "element " << i;
 }
 
-// ---- two-operand members -------------------------------------------------
+// two-operand members -------------------------------------------------
 struct BinOp {
     const char* name;
     void (*inPlace)(TVec&, const TVec&);
@@ -129,7 +127,7 @@ TEST_P(Families, TwoOperandMembersForEveryMixOfKinds) {
     }
 }
 
-// ---- scalar members ----------------------------------------------------------
+// scalar members ----------------------------------------------------------
 struct ValOp {
     const char* name;
     void (*inR)(TVec&, double);
@@ -241,7 +239,7 @@ TEST(ArithmeticFamilies, SinglePathNarrowsTheScalarOnce) {
 
 INSTANTIATE_TEST_SUITE_P(DoubleAndSingle, Families, ::testing::Bool());
 
-// ---- thresholded division --------------------------------------------------
+// thresholded division --------------------------------------------------
 TEST(ArithmeticFamilies, ThresholdKeepsSignAndPhaseBelowTheLevel) {
     TVec num, den, s;
     Fill(num, {3, 3, 3, 3});
@@ -272,7 +270,7 @@ TEST(ArithmeticFamilies, ThresholdKeepsSignAndPhaseBelowTheLevel) {
     EXPECT_EQ(Reals(s), (std::vector<double>{1, 2, 3}));
 }
 
-// ---- AddScaled -------------------------------------------------------------
+// AddScaled -------------------------------------------------------------
 TEST(ArithmeticFamilies, AddScaledAcrossKinds) {
     for (bool dbl : {true, false}) {
         TVec y, x, s, s2;
@@ -346,7 +344,7 @@ TEST(ArithmeticFamilies, AddScaledRangesAndTheForwardToAdd) {
     }
 }
 
-// ---- AddProduct ------------------------------------------------------------
+// AddProduct ------------------------------------------------------------
 TEST(ArithmeticFamilies, AddProductAccumulates) {
     for (bool dbl : {true, false}) {
         for (bool cplx : {false, true}) {
@@ -387,44 +385,42 @@ TEST(ArithmeticFamilies, AddProductChecksInItsOrder) {
     EXPECT_EQ(Reals(s), (std::vector<double>{1, 2, 3}));
 }
 
-// ---- texts of the other members ----------------------------------------
+// texts of the other members ----------------------------------------
 TEST(ArithmeticFamilies, FailureTextsAndTheirOrder) {
     TVec a, b, a4s, c, sgl;
     Fill(a, {1, 2, 3});
     Fill(b, {1, 2, 3});
     Fill(sgl, {1, 2, 3}, false, false);
     Fill(a4s, {1, 2, 3, 4}, false, false);  // wrong length and width at once
-    using E = ERovaneInvalidArgument;
-
-    ExpectMessage<E>([&] { a.Sub(a); }, "TVec.Sub: Self = Vec");
-    ExpectMessage<E>([&] { a.Sub(a4s); }, "TVec.Sub: Vec.Length <> Length");
-    ExpectMessage<E>([&] { a.Sub(sgl); }, "TVec.Sub: Vec.IsDouble <> IsDouble");
-    ExpectMessage<E>([&] { a.Sub(a, a4s); }, "TVec.Sub: Vec1.Length <> Vec2.Length");
-    ExpectMessage<E>([&] { a.Sub(a, sgl); }, "TVec.Sub: (Self = Vec1) or (Self = Vec2)");
-    ExpectMessage<E>([&] { c.Sub(b, sgl); }, "TVec.Sub: Vec1.IsDouble <> Vec2.IsDouble");
-
-    ExpectMessage<E>([&] { a.Mul(a4s); }, "Length <> Vec.Length");
-    ExpectMessage<E>([&] { a.Mul(sgl); }, "IsDouble <> Vec.IsDouble");
-    ExpectMessage<E>([&] { a.Mul(b, a4s); }, "Vec1.Length <> Vec2.Length");
-    ExpectMessage<E>([&] { a.Mul(a, sgl); }, "(Self = Vec1) or (Self = Vec2)");
-    ExpectMessage<E>([&] { c.Mul(b, sgl); }, "Vec1.IsDouble <> Vec2.IsDouble");
-    ExpectMessage<E>([&] { a.Mul(a, 2.0); }, "TDenseRovane.Mul: Vec = Self");
-
-    ExpectMessage<E>([&] { a.Divide(a); }, "TDenseRovane.Divide: Self = Vec");
-    ExpectMessage<E>([&] { a.Divide(a4s); }, "TDenseRovane.Divide: Length <> Vec.Length");
-    ExpectMessage<E>([&] { a.Divide(sgl); }, "TDenseRovane.Divide: IsDouble <> Vec.IsDouble");
-    ExpectMessage<E>([&] { a.Divide(b, a4s); }, "Num.Length <> Den.Length");
-    ExpectMessage<E>([&] { a.DivideVec(b, a); }, "(Self = Num) or (Self = Den)");
-    ExpectMessage<E>([&] { c.Divide(b, sgl); }, "Num.IsDouble <> Den.IsDouble");
-    ExpectMessage<E>([&] { a.Divide(b, a4s, 0.1); }, "Vec1.Length <> Vec2.Length");
-    ExpectMessage<E>([&] { a.Divide(a, 0.1); }, "Self = Vec");
-
-    ExpectMessage<E>([&] { a.SubFrom(1.0, a); }, "TDenseRovane.SubFrom: Vec = Self");
-    ExpectMessage<E>([&] { a.DivideBy(TCplx(1, 1), a); }, "TDenseRovane.DivideBy: Vec = Self");
-    ExpectMessage<E>([&] { a.Sub(a, 1.0); }, "TDenseRovane.Add: Vec = Self");  // Sub with a value is Add
-    ExpectMessage<E>([&] { a.AddScaled(a, 2.0); }, "TRovane.Add: Self = Vec");
-    ExpectMessage<E>([&] { a.AddScaled(a4s, TCplx(0, 1)); }, "TRovane.Add: Vec.Length <> Length");
-    ExpectMessage<E>([&] { a.AddScaled(sgl, 2.0); }, "TRovane.Add: Vec.IsDouble <> IsDouble");
+    const std::vector<std::pair<std::function<void()>, const char*>> cases = {
+        {[&] { a.Sub(a); }, "TVec.Sub: Self = Vec"},
+        {[&] { a.Sub(a4s); }, "TVec.Sub: Vec.Length <> Length"},
+        {[&] { a.Sub(sgl); }, "TVec.Sub: Vec.IsDouble <> IsDouble"},
+        {[&] { a.Sub(a, a4s); }, "TVec.Sub: Vec1.Length <> Vec2.Length"},
+        {[&] { a.Sub(a, sgl); }, "TVec.Sub: (Self = Vec1) or (Self = Vec2)"},
+        {[&] { c.Sub(b, sgl); }, "TVec.Sub: Vec1.IsDouble <> Vec2.IsDouble"},
+        {[&] { a.Mul(a4s); }, "Length <> Vec.Length"},
+        {[&] { a.Mul(sgl); }, "IsDouble <> Vec.IsDouble"},
+        {[&] { a.Mul(b, a4s); }, "Vec1.Length <> Vec2.Length"},
+        {[&] { a.Mul(a, sgl); }, "(Self = Vec1) or (Self = Vec2)"},
+        {[&] { c.Mul(b, sgl); }, "Vec1.IsDouble <> Vec2.IsDouble"},
+        {[&] { a.Mul(a, 2.0); }, "TDenseRovane.Mul: Vec = Self"},
+        {[&] { a.Divide(a); }, "TDenseRovane.Divide: Self = Vec"},
+        {[&] { a.Divide(a4s); }, "TDenseRovane.Divide: Length <> Vec.Length"},
+        {[&] { a.Divide(sgl); }, "TDenseRovane.Divide: IsDouble <> Vec.IsDouble"},
+        {[&] { a.Divide(b, a4s); }, "Num.Length <> Den.Length"},
+        {[&] { a.DivideVec(b, a); }, "(Self = Num) or (Self = Den)"},
+        {[&] { c.Divide(b, sgl); }, "Num.IsDouble <> Den.IsDouble"},
+        {[&] { a.Divide(b, a4s, 0.1); }, "Vec1.Length <> Vec2.Length"},
+        {[&] { a.Divide(a, 0.1); }, "Self = Vec"},
+        {[&] { a.SubFrom(1.0, a); }, "TDenseRovane.SubFrom: Vec = Self"},
+        {[&] { a.DivideBy(TCplx(1, 1), a); }, "TDenseRovane.DivideBy: Vec = Self"},
+        {[&] { a.Sub(a, 1.0); }, "TDenseRovane.Add: Vec = Self"},  // Sub with a value is Add
+        {[&] { a.AddScaled(a, 2.0); }, "TRovane.Add: Self = Vec"},
+        {[&] { a.AddScaled(a4s, TCplx(0, 1)); }, "TRovane.Add: Vec.Length <> Length"},
+        {[&] { a.AddScaled(sgl, 2.0); }, "TRovane.Add: Vec.IsDouble <> IsDouble"},
+    };
+    for (const auto& [call, text] : cases) ExpectMessage<ERovaneInvalidArgument>(call, text);
     ExpectMessage<ERovaneRangeError>([&] { a.Mul(b, 1, 0, 3); },
                                      "X params out of range: XIndex: 1, Len: 3 , X.Length: 3");
     ExpectMessage<ERovaneRangeError>([&] { a.SubFrom(1.0, 2, 2); },
@@ -434,13 +430,13 @@ TEST(ArithmeticFamilies, FailureTextsAndTheirOrder) {
 
     // Mul and ConjMul refuse Self = Vec also with the checks off; Sub does not
     a.SetConditionCheck(false);
-    ExpectMessage<E>([&] { a.Mul(a); }, "Self = Vec");
-    ExpectMessage<E>([&] { a.ConjMul(a); }, "TVec.ConjMul: Self = Vec");
+    ExpectMessage<ERovaneInvalidArgument>([&] { a.Mul(a); }, "Self = Vec");
+    ExpectMessage<ERovaneInvalidArgument>([&] { a.ConjMul(a); }, "TVec.ConjMul: Self = Vec");
     a.Sub(a);
     EXPECT_EQ(Reals(a), (std::vector<double>{0, 0, 0}));
 }
 
-// ---- sizing, sub-ranges, empty objects, temporaries ----------------------------
+// sizing, sub-ranges, empty objects, temporaries ----------------------------
 TEST(ArithmeticFamilies, TwoOperandFormsTakeTheShapeOfTheMatrix) {
     TVec v;
     TMtx m, r;

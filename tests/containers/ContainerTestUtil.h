@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <rovane/Rovane.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -34,4 +35,23 @@ void ExpectMessage(F&& f, const std::string& text) {
     }
 }
 
+// Element-wise equality of two runs, NaN matching NaN.
+inline void ExpectRun(const std::vector<double>& got, const std::vector<double>& want) {
+    ASSERT_EQ(got.size(), want.size());
+    for (size_t i = 0; i < got.size(); ++i) {
+        if (std::isnan(want[i]))
+            EXPECT_TRUE(std::isnan(got[i])) << "at " << i;
+        else
+            EXPECT_EQ(got[i], want[i]) << "at " << i;
+    }
+}
+
 }  // namespace rovane::test
+
+// Expects the run of vector v to be the listed values (NaN-aware); failures
+// report the line of the use.
+#define EXPECT_RUN(v, ...)                                                                 \
+    do {                                                                                   \
+        SCOPED_TRACE(#v);                                                                  \
+        ::rovane::test::ExpectRun(::rovane::test::Reals(v), std::vector<double> __VA_ARGS__); \
+    } while (0)

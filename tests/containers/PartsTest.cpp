@@ -1,6 +1,5 @@
-// Rounding, sign, remainder and complex-part members: values against plain
-// computations in the storage precision, tie-breaks, signed zeros, the
-// kind changes of Self, ranges and sub-ranges, and the failure texts.
+// Rounding, sign, remainder and complex-part members against plain
+// computations in the storage precision.
 #include <cmath>
 #include <limits>
 
@@ -255,19 +254,17 @@ TEST_P(Parts, RoundingFollowsThePrimitives) {
     EXPECT_EQ(r[2], 2);
     EXPECT_TRUE(std::signbit(r[3]));
 
-    const auto each = [&](double (*fn)(double)) {
-        std::vector<double> out;
-        for (int i = 0; i < n; ++i) out.push_back(Held(fn(a[i]), dbl));
-        return out;
+    const auto expectEach = [&](double (*fn)(double)) {
+        for (int i = 0; i < n; ++i) EXPECT_EQ(r[i], Held(fn(a[i]), dbl)) << i;
     };
     r.Trunc(a);
-    EXPECT_EQ(Reals(r), each([](double v) { return std::trunc(v); }));
+    expectEach([](double v) { return std::trunc(v); });
     r.Ceil(a);
-    EXPECT_EQ(Reals(r), each([](double v) { return std::ceil(v); }));
+    expectEach([](double v) { return std::ceil(v); });
     r.Floor(a);
-    EXPECT_EQ(Reals(r), each([](double v) { return std::floor(v); }));
+    expectEach([](double v) { return std::floor(v); });
     r.Frac(a);
-    EXPECT_EQ(Reals(r), each([](double v) { return v - std::trunc(v); }));
+    expectEach([](double v) { return v - std::trunc(v); });
 
     // Complex data: both parts, as independent reals, also on a sub-range.
     TVec z;
