@@ -108,9 +108,10 @@ void CplxExpRun(const Cx<F>* x, Cx<F>* d, int32_t n, std::optional<F> k) {
     Prims<F>::SinCos(t[1], 0, t[2], 0, t[3], 0, n);
     if (k) ScaleRun(t[0], n, *k);
     Prims<F>::Exp(t[0], 0, t[0], 0, n);
-    Prims<F>::MulI(t[0], 0, t[3], 0, n);
-    Prims<F>::MulI(t[0], 0, t[2], 0, n);
+    // Join (cos, sin), then scale both parts by E: each part is the single
+    // product cos * E or sin * E, as when they are formed first.
     Prims<F>::RealToCplx(t[3], 0, t[2], 0, d, 0, n);
+    Prims<F>::MulVeccd(d, 0, t[0], 0, d, 0, n);
 }
 
 // The compositions run chunk by chunk, so that their temporaries stay in
