@@ -241,33 +241,19 @@ INSTANTIATE_TEST_SUITE_P(DoubleAndSingle, Families, ::testing::Bool());
 
 // thresholded division --------------------------------------------------
 TEST(ArithmeticFamilies, ThresholdKeepsSignAndPhaseBelowTheLevel) {
-    TVec num, den, s;
-    Fill(num, {3, 3, 3, 3});
-    Fill(den, {0, 0.25, -0.25, 4});
-    s.Copy(num);
-    s.Divide(den, 0.5);  // 0 -> 1/L, |x| < L -> sign(x)/L
-    EXPECT_EQ(Reals(s), (std::vector<double>{6, 6, -6, 0.75}));
-
-    // complex: below the level z counts as z * L / |z|
-    Fill(den, {0, 0, 0, 0.5, 3, 4}, true);
-    Fill(num, {2, 2, 2});
-    s.Divide(num, den, 2.0);
-    EXPECT_EQ(Reals(s), (std::vector<double>{1, 0, 0, -1, 0.24, -0.32}));
-
-    // a real Self over a complex Vec is a / z, part by part; a range leaves
-    // the rest with zero imaginary parts
-    Fill(den, {1, 1, 2, -2, 0, 4}, true);
-    Fill(s, {4, 8, 16});
-    s.Divide(den, 0.0);
-    EXPECT_EQ(Reals(s), (std::vector<double>{2, -2, 2, 2, 0, -4}));
-    Fill(s, {5, 4, 8});
-    s.Divide(den, 0.0, 0, 1, 2);
-    EXPECT_EQ(Reals(s), (std::vector<double>{5, 0, 2, -2, 2, 2}));
-
-    // a negative threshold is refused by the primitive: Self stays as it was
-    Fill(s, {1, 2, 3});
-    s.Divide(den, -1.0);
-    EXPECT_EQ(Reals(s), (std::vector<double>{1, 2, 3}));
+    TVec num, s;
+    const std::vector<double> den{1, 1, 2, -2, 0, 4};
+    ExpectRows({// 0 -> 1/L, |x| < L -> sign(x)/L
+                {{0, 0.25, -0.25, 4}, false, ON_X((Fill(s, {3, 3, 3, 3}), s.Divide(x, 0.5))), {6, 6, -6, 0.75}},
+                // complex: below the level z counts as z * L / |z|
+                {{0, 0, 0, 0.5, 3, 4}, true, ON_X((Fill(num, {2, 2, 2}), s.Divide(num, x, 2.0))),
+                 {1, 0, 0, -1, 0.24, -0.32}},
+                // a real Self over a complex Vec is a / z, part by part; a range
+                // leaves the rest with zero imaginary parts
+                {den, true, ON_X((Fill(s, {4, 8, 16}), s.Divide(x, 0.0))), {2, -2, 2, 2, 0, -4}},
+                {den, true, ON_X((Fill(s, {5, 4, 8}), s.Divide(x, 0.0, 0, 1, 2))), {5, 0, 2, -2, 2, 2}},
+                // a negative threshold is refused by the primitive: Self stays as it was
+                {den, true, ON_X((Fill(s, {1, 2, 3}), s.Divide(x, -1.0))), {1, 2, 3}}});
 }
 
 // AddScaled -------------------------------------------------------------

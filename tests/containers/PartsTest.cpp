@@ -95,22 +95,17 @@ TEST_P(Parts, AbsAndMagGiveRealResults) {
 
 TEST_P(Parts, PartsAndSpectra) {
     const bool dbl = GetParam();
-    TVec z, r;
+    TVec z, r, w;
+    const std::vector<double> zs{1.5, -2, -3, 0.25, 0, -1};
+    ExpectRows({{zs, true, ON_X(r.RealPart(x)), {1.5, -3, 0}},
+                {zs, true, ON_X(r.ImagPart(x)), {-2, 0.25, -1}},
+                {zs, true, ON_X(r.PowerSpectrum(x)), {6.25, 9.0625, 1}},
+                {zs, true, ON_X(x.ImagPart()), {-2, 0.25, -1}}},  // in place: Self becomes real
+               dbl);
     Fill(z, {1.5, -2, -3, 0.25, 0, -1}, true, dbl);
-    r.RealPart(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{1.5, -3, 0}));
-    r.ImagPart(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{-2, 0.25, -1}));
-    r.PowerSpectrum(z);
     r.PhaseSpectrum(z);
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(r[i], std::atan2(z[2 * i + 1], z[2 * i]), dbl ? 1e-15 : 1e-6);
-    r.PowerSpectrum(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{6.25, 9.0625, 1}));
-    TVec w;
-    w.Copy(z);
-    w.ImagPart();
-    EXPECT_FALSE(w.Complex());
-    EXPECT_EQ(Reals(w), (std::vector<double>{-2, 0.25, -1}));
+    Fill(w, {-2, 0.25, -1}, false, dbl);
 
     ExpectMessage<ERovaneInvalidArgument>([&] { z.RealPart(z); }, "Self = Vec");
     ExpectMessage<ERovaneInvalidArgument>([&] { r.ImagPart(w); }, "Vec.Complex = False");
@@ -128,51 +123,37 @@ TEST_P(Parts, PartsAndSpectra) {
 
 TEST_P(Parts, ConjMulIFlipFlipConj) {
     const bool dbl = GetParam();
-    TVec z, r;
-    Fill(z, {1, 2, -3, 0.5}, true, dbl);
-    r.Conj(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{1, -2, -3, -0.5}));
-    r.MulI(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{-2, 1, -0.5, -3}));
-    r.Flip(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{2, 1, 0.5, -3}));
-    r.FlipConj(z);
-    EXPECT_EQ(Reals(r), (std::vector<double>{2, -1, 0.5, 3}));
-
-    // A real source is up-sampled: the real parts are +0, not -0.
-    TVec x;
-    Fill(x, {4, -5}, false, dbl);
-    r.MulI(x);
-    ASSERT_TRUE(r.Complex());
+    TVec z, r, y;
+    const std::vector<double> zs{1, 2, -3, 0.5};
+    // A real source is up-sampled (real parts +0, not -0); Conj of real data
+    // is a copy. In place on real data Self becomes complex, a range leaving
+    // the rest with zero imaginary parts.
+    ExpectRows({{zs, true, ON_X(r.Conj(x)), {1, -2, -3, -0.5}},
+                {zs, true, ON_X(r.MulI(x)), {-2, 1, -0.5, -3}},
+                {zs, true, ON_X(r.Flip(x)), {2, 1, 0.5, -3}},
+                {zs, true, ON_X(r.FlipConj(x)), {2, -1, 0.5, 3}},
+                {{4, -5}, false, ON_X(r.FlipConj(x)), {0, -4, 0, 5}},
+                {{4, -5}, false, ON_X(r.Conj(x)), {4, -5}},
+                {{1, 2, 3}, false, ON_X(x.Flip(1, 1)), {1, 0, 0, 2, 3, 0}},
+                {{1, 2}, false, ON_X(x.MulI()), {0, 1, 0, 2}}},
+               dbl);
+    Fill(y, {4, -5}, false, dbl);
+    r.MulI(y);
     EXPECT_EQ(Reals(r), (std::vector<double>{0, 4, 0, -5}));
     EXPECT_FALSE(std::signbit(r[0]) || std::signbit(r[2]));
-    r.FlipConj(x);
-    EXPECT_EQ(Reals(r), (std::vector<double>{0, -4, 0, 5}));
-    r.Conj(x);  // a copy of real data
-    EXPECT_FALSE(r.Complex());
-    EXPECT_EQ(Reals(r), (std::vector<double>{4, -5}));
+    Fill(z, {1, 2, -3, 0.5}, true, dbl);
+    y.Size(0, false, dbl);
+    y.FlipConj();
+    EXPECT_TRUE(y.Complex());
 
-    // In place on real data: Self becomes complex, also when empty; a range
-    // leaves the rest with zero imaginary parts.
-    Fill(x, {1, 2, 3}, false, dbl);
-    x.Flip(1, 1);
-    ASSERT_TRUE(x.Complex());
-    EXPECT_EQ(Reals(x), (std::vector<double>{1, 0, 0, 2, 3, 0}));
-    Fill(x, {1, 2}, false, dbl);
-    x.MulI();
-    EXPECT_EQ(Reals(x), (std::vector<double>{0, 1, 0, 2}));
-    x.Size(0, false, dbl);
-    x.FlipConj();
-    EXPECT_TRUE(x.Complex());
-
-    Fill(x, {7}, false, dbl);
+    Fill(y, {7}, false, dbl);
     ExpectMessage<ERovaneInvalidArgument>([&] { z.MulI(z); }, "MulI: X = Self");
     ExpectMessage<ERovaneInvalidArgument>([&] { z.Flip(z); }, "TRovane.Flip: X = Self");
     ExpectMessage<ERovaneInvalidArgument>([&] { z.FlipConj(z); }, "X = Self");
-    ExpectMessage<ERovaneInvalidArgument>([&] { z.Flip(x, 0, 0, 1); }, "TRovane.Flip: X.Complex <> Self.Complex");
-    ExpectMessage<ERovaneInvalidArgument>([&] { z.FlipConj(x, 0, 0, 1); },
+    ExpectMessage<ERovaneInvalidArgument>([&] { z.Flip(y, 0, 0, 1); }, "TRovane.Flip: X.Complex <> Self.Complex");
+    ExpectMessage<ERovaneInvalidArgument>([&] { z.FlipConj(y, 0, 0, 1); },
                                           "TRovane.FlipConj: X.Complex <> Self.Complex");
-    z.MulI(x, 0, 1, 1);  // MulI has no such refusal: the real source goes into the complex range
+    z.MulI(y, 0, 1, 1);  // MulI has no such refusal: the real source goes into the complex range
     EXPECT_EQ(Reals(z), (std::vector<double>{1, 2, 0, 7}));
     z.SetConditionCheck(false);
     ExpectMessage<ERovaneInvalidArgument>([&] { z.Conj(z); }, "TVec.Conj: Self = Vec");
@@ -181,41 +162,21 @@ TEST_P(Parts, ConjMulIFlipFlipConj) {
 TEST_P(Parts, SignSgnAndSgnMul) {
     const bool dbl = GetParam();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    TVec a, s;
-    Fill(a, {0, 0, 0, -2, nan, -1, -0.0, 3, -4, nan}, true, dbl);
-    s.Sgn(a);
-    ASSERT_FALSE(s.Complex());
-    EXPECT_EQ(Reals(s), (std::vector<double>{0, -1, 1, 1, -1}));
-    a.Sgn();  // in place keeps complex data, imaginary parts 0
-    ASSERT_TRUE(a.Complex());
-    EXPECT_EQ(Reals(a), (std::vector<double>{0, 0, -1, 0, 1, 0, 1, 0, -1, 0}));
-    Fill(a, {-2.5, 0, nan, 7}, false, dbl);
-    s.Sgn(a);
-    EXPECT_EQ(Reals(s), (std::vector<double>{-1, 0, 1, 1}));
-
-    Fill(a, {1, -2, 3, -4}, true, dbl);
-    a.Sign();
-    EXPECT_EQ(Reals(a), (std::vector<double>{-1, 2, -3, 4}));
-    s.Sign(a);
-    EXPECT_EQ(Reals(s), (std::vector<double>{1, -2, 3, -4}));
-
-    // SgnMul across the four kinds; a NaN in a real source negates.
-    TVec d, src;
-    Fill(d, {1, 2, 3, 4}, false, dbl);
-    Fill(src, {-1, 0, nan, 5}, false, dbl);
-    d.SgnMul(src);
-    EXPECT_EQ(Reals(d), (std::vector<double>{-1, 0, -3, 4}));
+    TVec s, d, src;
+    const std::vector<double> zs{0, 0, 0, -2, nan, -1, -0.0, 3, -4, nan};
+    // Sgn in place keeps complex data, imaginary parts 0. SgnMul across the
+    // four kinds; a NaN in a real source negates.
+    ExpectRows({{zs, true, ON_X(s.Sgn(x)), {0, -1, 1, 1, -1}},
+                {zs, true, ON_X(x.Sgn()), {0, 0, -1, 0, 1, 0, 1, 0, -1, 0}},
+                {{-2.5, 0, nan, 7}, false, ON_X(s.Sgn(x)), {-1, 0, 1, 1}},
+                {{1, -2, 3, -4}, true, ON_X(x.Sign()), {-1, 2, -3, 4}},
+                {{1, -2, 3, -4}, true, ON_X(s.Sign(x)), {-1, 2, -3, 4}},
+                {{1, 2, 3, 4}, false, ON_X((Fill(src, {-1, 0, nan, 5}, false, dbl), x.SgnMul(src))), {-1, 0, -3, 4}},
+                {{1, 2, 3, 4}, true, ON_X((Fill(src, {-1, nan}, false, dbl), x.SgnMul(src))), {-1, -2, -3, -4}},
+                {{5, 6}, false, ON_X((Fill(src, {0, -1, 0, 0}, true, dbl), x.SgnMul(src))), {-5, 0}},
+                {{1, 2, 3, 4}, true, ON_X(x.SgnMul(src)), {-1, -2, 0, 0}}},  // src of the row before
+               dbl);
     Fill(d, {1, 2, 3, 4}, true, dbl);
-    Fill(src, {-1, nan}, false, dbl);
-    d.SgnMul(src);
-    EXPECT_EQ(Reals(d), (std::vector<double>{-1, -2, -3, -4}));
-    Fill(d, {5, 6}, false, dbl);
-    Fill(src, {0, -1, 0, 0}, true, dbl);
-    d.SgnMul(src);
-    EXPECT_EQ(Reals(d), (std::vector<double>{-5, 0}));
-    Fill(d, {1, 2, 3, 4}, true, dbl);
-    d.SgnMul(src);
-    EXPECT_EQ(Reals(d), (std::vector<double>{-1, -2, 0, 0}));
 
     ExpectMessage<ERovaneInvalidArgument>([&] { s.Sgn(s); }, "TRovane.Sgn: Self = Src");
     ExpectMessage<ERovaneInvalidArgument>([&] { d.SgnMul(d); }, "TRovane.SgnMul: Self = Src");

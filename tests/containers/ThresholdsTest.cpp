@@ -30,25 +30,15 @@ INSTANTIATE_TEST_SUITE_P(Both, ThreshPrecision, ::testing::Bool());
 
 TEST_P(ThreshPrecision, RealLevelRules) {
     const bool dbl = GetParam();
-    TVec a, b;
-    const std::initializer_list<double> src = {-2, 0.5, 3, 1, kNaN};
-    Fill(a, src, false, dbl);
-    a.ThreshBottom(1);
-    EXPECT_RUN(a, {1, 1, 3, 1, 1});  // a NaN takes the level
-    Fill(a, src, false, dbl);
-    a.ThreshTop(1);
-    EXPECT_RUN(a, {-2, 0.5, 1, 1, 1});
-
-    // ThreshAbsLT: zero goes to -Value, the bounds themselves stay.
-    Fill(a, {0, 0.25, -0.25, 0.75, -0.75, 0.5, -0.5}, false, dbl);
-    b.ThreshAbsLT(a, 0.5);
-    EXPECT_EQ(b.IsDouble(), dbl);
-    EXPECT_RUN(b, {-0.5, 0.5, -0.5, 0.75, -0.75, 0.5, -0.5});
-    b.ThreshAbsGT(a, 0.5);
-    EXPECT_RUN(b, {0, 0.25, -0.25, 0.5, -0.5, 0.5, -0.5});
-    Fill(a, {kNaN, -kInf, kInf}, false, dbl);
-    a.ThreshAbsGT(2);
-    EXPECT_RUN(a, {2, -2, 2});
+    TVec b;
+    const std::vector<double> src{-2, 0.5, 3, 1, kNaN}, abs{0, 0.25, -0.25, 0.75, -0.75, 0.5, -0.5};
+    // A NaN takes the level; ThreshAbsLT sends zero to -Value, the bounds themselves stay.
+    ExpectRows({{src, false, ON_X(x.ThreshBottom(1)), {1, 1, 3, 1, 1}},
+                {src, false, ON_X(x.ThreshTop(1)), {-2, 0.5, 1, 1, 1}},
+                {abs, false, ON_X(b.ThreshAbsLT(x, 0.5)), {-0.5, 0.5, -0.5, 0.75, -0.75, 0.5, -0.5}},
+                {abs, false, ON_X(b.ThreshAbsGT(x, 0.5)), {0, 0.25, -0.25, 0.5, -0.5, 0.5, -0.5}},
+                {{kNaN, -kInf, kInf}, false, ON_X(x.ThreshAbsGT(2)), {2, -2, 2}}},
+               dbl);
 }
 
 TEST_P(ThreshPrecision, ComplexLevelsKeepThePhase) {
@@ -76,18 +66,11 @@ TEST_P(ThreshPrecision, ComplexLevelsKeepThePhase) {
 
 TEST(Thresholds, RangesAndSubRanges) {
     TVec a, b, view;
-    Fill(a, {-5, -4, -3, -2, -1});
-    a.ThreshBottom(0, 1, 2);
-    EXPECT_RUN(a, {-5, 0, 0, -2, -1});
-    a.ThreshTop(-3, 3, -1);  // -1 runs to the end
-    EXPECT_RUN(a, {-5, 0, 0, -3, -3});
-
-    Fill(b, {9, 9, 9, 9});
-    Fill(a, {0.1, 0.2, 7, 8});
-    b.ThreshAbsLT(a, 1, 0, 2, 2);  // a[0..1] into b[2..3]
-    EXPECT_RUN(b, {9, 9, 1, 1});
-    b.ThreshAbsGT(a, 1, 2, 0, 2);
-    EXPECT_RUN(b, {1, 1, 1, 1});
+    ExpectRows({{{-5, -4, -3, -2, -1}, false, ON_X(x.ThreshBottom(0, 1, 2)), {-5, 0, 0, -2, -1}},
+                {{-5, 0, 0, -2, -1}, false, ON_X(x.ThreshTop(-3, 3, -1)), {-5, 0, 0, -3, -3}},  // -1: to the end
+                // x[0..1] into b[2..3], then x[2..3] into b[0..1]
+                {{0.1, 0.2, 7, 8}, false, ON_X((Fill(b, {9, 9, 9, 9}), b.ThreshAbsLT(x, 1, 0, 2, 2))), {9, 9, 1, 1}},
+                {{0.1, 0.2, 7, 8}, false, ON_X(b.ThreshAbsGT(x, 1, 2, 0, 2)), {1, 1, 1, 1}}});
 
     // a view over the middle of a complex vector, in complex units
     Fill(a, {1, 0, 0.1, 0, 0, 0.2, 1, 0}, true);
@@ -110,50 +93,30 @@ TEST(Thresholds, RangesAndSubRanges) {
     EXPECT_NEAR(Reals(c)[3], 0.8, 1e-15);
 }
 
-TEST_P(ThreshPrecision, ThresholdLTAndGT) {
+TEST_P(ThreshPrecision, ThresholdLTGTAndGT_LT) {
     const bool dbl = GetParam();
-    TVec a, b;
-    Fill(a, {-1, 0, 1, 2}, false, dbl);
-    b.ThresholdLT(a, 0.5, 7);
-    EXPECT_RUN(b, {7, 7, 1, 2});
-    b.ThresholdGT(a, 0.5, -7);
-    EXPECT_RUN(b, {-1, 0, -7, -7});
-    a.ThresholdGT(0.5, 0.1, 1, 2);
-    EXPECT_EQ(Reals(a), Stored({-1, 0, 0.1, 2}, dbl));
-
-    // complex data compare magnitudes; a real NewValue goes in as (v, 0)
-    Fill(a, {0.3, 0.4, 3, 4, 0, -1}, true, dbl);  // |z| = 0.5, 5, 1
-    b.ThresholdLT(a, 0.9, 2);
-    EXPECT_EQ(Reals(b), Stored({2, 0, 3, 4, 0, -1}, dbl));
-    b.ThresholdGT(a, 1, TCplx(0.25, -0.5));
-    EXPECT_EQ(Reals(b), Stored({0.3, 0.4, 0.25, -0.5, 0, -1}, dbl));
-    // a level exactly at |z| = 1 is not beyond it, either way
-    b.ThresholdLT(a, 1, TCplx(9, 9));
-    EXPECT_EQ(Reals(b), Stored({9, 9, 3, 4, 0, -1}, dbl));
-
-    // ranges with complex values
-    b.ThresholdLT(1.5, TCplx(1, 1), 1, 2);
-    EXPECT_EQ(Reals(b), Stored({9, 9, 3, 4, 1, 1}, dbl));
-    b.ThresholdGT(a, 0.6, TCplx(1, 1), 0, 0, 2);
-    EXPECT_EQ(Reals(b), Stored({0.3, 0.4, 1, 1, 1, 1}, dbl));
-    b.ThresholdLT(a, 2, 0.0, 1, 2, 1);
-    EXPECT_EQ(Reals(b), Stored({0.3, 0.4, 1, 1, 3, 4}, dbl));
-}
-
-TEST_P(ThreshPrecision, ThresholdGT_LT) {
-    const bool dbl = GetParam();
-    TVec a, b;
-    Fill(a, {-3, -1, 0, 1, 3}, false, dbl);
-    b.ThresholdGT_LT(a, 2, 20, -2, -20);
-    EXPECT_RUN(b, {-20, -1, 0, 1, 20});
-    // equal levels are accepted: below goes down, above goes up, equal stays
-    b.ThresholdGT_LT(a, 0, 5, 0, -5);
-    EXPECT_RUN(b, {-5, -5, 0, 5, 5});
-    a.ThresholdGT_LT(0.5, 1, 0.5, -1, 1, 3);
-    EXPECT_RUN(a, {-3, -1, -1, 1, 3});
-    Fill(b, {0, 0}, false, dbl);
-    b.ThresholdGT_LT(a, 2, 2, -2, -2, 3, 0, 2);
-    EXPECT_RUN(b, {1, 2});
+    TVec b;
+    const std::vector<double> r{-1, 0, 1, 2}, z{0.3, 0.4, 3, 4, 0, -1}, g{-3, -1, 0, 1, 3};  // |z| = 0.5, 5, 1
+    ExpectRows({{r, false, ON_X(b.ThresholdLT(x, 0.5, 7)), {7, 7, 1, 2}},
+                {r, false, ON_X(b.ThresholdGT(x, 0.5, -7)), {-1, 0, -7, -7}},
+                {r, false, ON_X(x.ThresholdGT(0.5, 0.1, 1, 2)), Stored({-1, 0, 0.1, 2}, dbl)},
+                // complex data compare magnitudes; a real NewValue goes in as (v, 0)
+                {z, true, ON_X(b.ThresholdLT(x, 0.9, 2)), Stored({2, 0, 3, 4, 0, -1}, dbl)},
+                {z, true, ON_X(b.ThresholdGT(x, 1, TCplx(0.25, -0.5))), Stored({0.3, 0.4, 0.25, -0.5, 0, -1}, dbl)},
+                // a level exactly at |z| = 1 is not beyond it, either way
+                {z, true, ON_X(b.ThresholdLT(x, 1, TCplx(9, 9))), Stored({9, 9, 3, 4, 0, -1}, dbl)},
+                // ranges with complex values; the last row writes into b as the row before left it
+                {{9, 9, 3, 4, 0, -1}, true, ON_X(x.ThresholdLT(1.5, TCplx(1, 1), 1, 2)), {9, 9, 3, 4, 1, 1}},
+                {z, true, ON_X((Fill(b, {9, 9, 9, 9, 1, 1}, true, dbl), b.ThresholdGT(x, 0.6, TCplx(1, 1), 0, 0, 2))),
+                 Stored({0.3, 0.4, 1, 1, 1, 1}, dbl)},
+                {z, true, ON_X(b.ThresholdLT(x, 2, 0.0, 1, 2, 1)), Stored({0.3, 0.4, 1, 1, 3, 4}, dbl)},
+                {g, false, ON_X(b.ThresholdGT_LT(x, 2, 20, -2, -20)), {-20, -1, 0, 1, 20}},
+                // equal levels are accepted: below goes down, above goes up, equal stays
+                {g, false, ON_X(b.ThresholdGT_LT(x, 0, 5, 0, -5)), {-5, -5, 0, 5, 5}},
+                {g, false, ON_X(x.ThresholdGT_LT(0.5, 1, 0.5, -1, 1, 3)), {-3, -1, -1, 1, 3}},
+                {{-3, -1, -1, 1, 3}, false, ON_X((Fill(b, {0, 0}, false, dbl), b.ThresholdGT_LT(x, 2, 2, -2, -2, 3, 0, 2))),
+                 {1, 2}}},
+               dbl);
 }
 
 TEST_P(ThreshPrecision, Replace) {
@@ -206,16 +169,11 @@ TEST_P(ThreshPrecision, Replace) {
 
 TEST_P(ThreshPrecision, ReplaceNANTreatsPartsApart) {
     const bool dbl = GetParam();
-    TVec a;
-    Fill(a, {kNaN, 1, 2, kNaN, kNaN, kNaN, kInf, 0}, true, dbl);
-    a.ReplaceNAN(0.5);
-    EXPECT_RUN(a, {0.5, 1, 2, 0.5, 0.5, 0.5, kInf, 0});
-    Fill(a, {kNaN, kNaN, kNaN, kNaN}, false, dbl);
-    a.ReplaceNAN(-1, 1, 2);
-    EXPECT_RUN(a, {kNaN, -1, -1, kNaN});
-    Fill(a, {kNaN, kNaN, kNaN, kNaN}, true, dbl);
-    a.ReplaceNAN(3, 1, 1);
-    EXPECT_RUN(a, {kNaN, kNaN, 3, 3});
+    const std::vector<double> nans(4, kNaN);
+    ExpectRows({{{kNaN, 1, 2, kNaN, kNaN, kNaN, kInf, 0}, true, ON_X(x.ReplaceNAN(0.5)), {0.5, 1, 2, 0.5, 0.5, 0.5, kInf, 0}},
+                {nans, false, ON_X(x.ReplaceNAN(-1, 1, 2)), {kNaN, -1, -1, kNaN}},
+                {nans, true, ON_X(x.ReplaceNAN(3, 1, 1)), {kNaN, kNaN, 3, 3}}},
+               dbl);
 }
 
 TEST_P(ThreshPrecision, NormalizeRealForms) {
@@ -375,7 +333,7 @@ TEST(Thresholds, FailureTexts) {
                                      "Self params out of range: Index: 2, Len: 1, Length: 2");
 }
 
-TEST(Thresholds, ConditionCheckOff) {
+TEST(Thresholds, ConditionCheckOffAndEmptyContainers) {
     TVec r, c;
     Fill(r, {1, 2});
     Fill(c, {3, 4, 0, 0}, true);
@@ -394,10 +352,9 @@ TEST(Thresholds, ConditionCheckOff) {
     EXPECT_RUN(r, {1, 2});
     r.Replace(TCplx(1, 0), TCplx(5, 0));  // a complex value on real data matches nothing
     EXPECT_RUN(r, {1, 2});
-}
 
-TEST(Thresholds, EmptyContainers) {
-    TVec e, c;
+    // empty containers
+    TVec e;
     e.ThreshBottom(1).ThreshAbsLT(1).ThresholdGT_LT(1, 1, 0, 0).Replace(1.0, 2.0);
     e.ReplaceNAN(0).Normalize(1, 2);
     e.RandUniform().RandGauss(3u, 0, 1);

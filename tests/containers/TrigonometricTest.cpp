@@ -134,23 +134,20 @@ TEST(Trigonometric, SinCosAndSinhCosh) {
             EXPECT_LE(Ulps(s[i], sinl((LD)x[i]), isDouble), 1) << i;
             EXPECT_LE(Ulps(c[i], cosl((LD)x[i]), isDouble), 1) << i;
         }
-        // sinh and cosh follow E = exp(x), R = 1/E, (E -+ R) * 0.5 exactly.
+        // sinh and cosh follow E = exp(x), R = 1/E, (E -+ R) * 0.5 exactly, in the precision.
+        auto halves = [](auto e) {
+            const decltype(e) r = 1 / e, half = 0.5;
+            return std::pair<double, double>((e - r) * half, (e + r) * half);
+        };
         TVec sh, ch;
         x.SinhCosh(sh, ch);
         for (int32_t i = 0; i < 6; ++i) {
-            if (isDouble) {
-                double e;
-                ippsExp_64f_A53_Idx(&x.Values1D[i], 0, &e, 0, 1);
-                const double r = 1.0 / e;
-                EXPECT_TRUE(Same(sh[i], (e - r) * 0.5)) << i;
-                EXPECT_TRUE(Same(ch[i], (e + r) * 0.5)) << i;
-            } else {
-                float e;
-                sippsExp_32f_A24_Idx(&x.SValues1D[i], 0, &e, 0, 1);
-                const float r = 1.0f / e;
-                EXPECT_TRUE(Same(sh[i], (e - r) * 0.5f)) << i;
-                EXPECT_TRUE(Same(ch[i], (e + r) * 0.5f)) << i;
-            }
+            double e = 0;
+            float es = 0;
+            isDouble ? ippsExp_64f_A53_Idx(&x.Values1D[i], 0, &e, 0, 1) : sippsExp_32f_A24_Idx(&x.SValues1D[i], 0, &es, 0, 1);
+            const auto [wantSh, wantCh] = isDouble ? halves(e) : halves(es);
+            EXPECT_TRUE(Same(sh[i], wantSh)) << i;
+            EXPECT_TRUE(Same(ch[i], wantCh)) << i;
             if (x[i] != 0) EXPECT_NEAR(sh[i] / (double)sinhl((LD)x[i]), 1, isDouble ? 1e-15 : 1e-6);
             EXPECT_NEAR(ch[i] / (double)coshl((LD)x[i]), 1, isDouble ? 1e-15 : 1e-6);
         }
