@@ -145,8 +145,8 @@ TEST_F(ThreadPool, FreeFromAForeignThreadFailsAndLeavesTheObjectOut) {
     TVec* v = taken.get_future().get();
     const int32_t pool = v->PoolIndex();
     EXPECT_GE(pool, 1);
-    EXPECT_TRUE(Raises<ERovaneException>(
-        [&] { FreeIt(v); }, "Rovane.FreeIt: Attempt to free object from thread other than used to create it!"));
+    EXPECT_RAISES(ERovaneException, FreeIt(v),
+                  "Rovane.FreeIt: Attempt to free object from thread other than used to create it!");
     EXPECT_NE(v, nullptr);
     EXPECT_EQ(v->Length(), 10);  // not reset
     EXPECT_EQ(Controller->Pool[pool]->Vec.CacheUsedCount(), 1);
@@ -166,10 +166,9 @@ TEST_F(ThreadPool, UnmarkWithObjectsOutRaisesButUnmarks) {
         CreateIt(v);
         CreateIt(m);
         FreeIt(v);
-        EXPECT_TRUE(Raises<ERovaneException>(
-            [] { Controller->UnMarkThread(); },
-            "TRovaneController.UnMarkThread: Attempt to release super conductive thread without releasing object "
-            "cache items allocated by that thread!"));
+        EXPECT_RAISES(ERovaneException, Controller->UnMarkThread(),
+                      "TRovaneController.UnMarkThread: Attempt to release super conductive thread without "
+                      "releasing object cache items allocated by that thread!");
         EXPECT_EQ(Controller->Pool[pool]->ThreadID(), 0u);
         EXPECT_EQ(Controller->GetPoolIndex(), 0);
         // The lock was released on that path: marking again works and gives
@@ -242,11 +241,10 @@ TEST_F(ThreadPool, SuperConductiveCannotChangeWhileAMarkedPoolIsInUse) {
         FreeIt(v);
     });
     taken.get_future().wait();
-    EXPECT_TRUE(Raises<ERovaneException>(
-        [] { Controller->SetSuperConductive(false); },
-        FormatText("Controller.SuperConductive: Memory pool with Index %d is still being used. Free back all objects "
-                   "before changing this flag!",
-                   {pool})));
+    EXPECT_RAISES(ERovaneException, Controller->SetSuperConductive(false),
+                  FormatText("Controller.SuperConductive: Memory pool with Index %d is still being used. Free back "
+                             "all objects before changing this flag!",
+                             {pool}));
     tried.set_value();
     owner.join();
 }
