@@ -3,6 +3,7 @@
 #include <cmath>
 #include <complex>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 
 #include <rovane/Rovane.h>
