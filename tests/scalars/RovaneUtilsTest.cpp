@@ -26,22 +26,12 @@ std::string ParseError(std::string_view s, double (*parse)(std::string_view)) {
 // ---------------------------------------------------------------------------
 // Text to number
 // ---------------------------------------------------------------------------
-TEST(StrToVal, SpecialWordsAreUpperCaseOnly) {
+TEST(StrToVal, SpecialWordsAndStrictConversion) {
     EXPECT_EQ(std::bit_cast<uint64_t>(StrToVal("NAN")), std::bit_cast<uint64_t>(NAN_));
     EXPECT_TRUE(std::isnan(StrToVal("-NAN")));
     EXPECT_EQ(StrToVal("INF"), INF);
     EXPECT_EQ(StrToVal("-INF"), -INF);
     EXPECT_EQ(StrToVal(" INF"), INF);  // 'I' may be the second character
-    EXPECT_EQ(ParseError(" -INF", StrToVal), "' -INF' is not a valid floating point value");
-    EXPECT_EQ(ParseError("nan", StrToVal), "'nan' is not a valid floating point value");
-    EXPECT_EQ(ParseError("NaN", StrToVal), "'NaN' is not a valid floating point value");
-    EXPECT_EQ(ParseError("inf", StrToVal), "'inf' is not a valid floating point value");
-    EXPECT_EQ(ParseError("  INF", StrToVal), "'  INF' is not a valid floating point value");
-    // A letter 'A' without the word falls to the general conversion.
-    EXPECT_EQ(ParseError("1A2", StrToVal), "'1A2' is not a valid floating point value");
-}
-
-TEST(StrToVal, GeneralConversionIsStrict) {
     EXPECT_EQ(StrToVal(" 2.5\t"), 2.5);
     EXPECT_EQ(StrToVal("+.5"), 0.5);
     EXPECT_EQ(StrToVal("5."), 5.0);
@@ -49,7 +39,9 @@ TEST(StrToVal, GeneralConversionIsStrict) {
     EXPECT_EQ(StrToDouble("1e400"), INF);
     EXPECT_EQ(StrToSample("-1e-400"), 0.0);
     EXPECT_TRUE(std::signbit(StrToSample("-1e-400")));
-    for (const char* bad : {"", " ", "1.2.3", "1e", "1e+", ".", "-", "0x10", "1,5", "1 2", "1d5", "++1", "infinity"})
+    // The words are upper case only; "1A2" has an 'A' without the word.
+    for (const char* bad : {" -INF", "nan", "NaN", "inf", "  INF", "1A2", "", " ", "1.2.3", "1e", "1e+", ".", "-",
+                            "0x10", "1,5", "1 2", "1d5", "++1", "infinity"})
         EXPECT_EQ(ParseError(bad, StrToVal), "'" + std::string(bad) + "' is not a valid floating point value") << bad;
 }
 
@@ -64,23 +56,22 @@ TEST(StrToVal, SingleIsRoundedOnceFromText) {
 }
 
 TEST(StrToCplx, SignsExponentsAndUnitImaginary) {
-    auto same = [](TCplx a, double re, double im) { return a.Re == re && a.Im == im; };
-    EXPECT_TRUE(same(StrToCplx("1e-3+2i"), 0.001, 2));
-    EXPECT_TRUE(same(StrToCplx("i"), 0, 1));
-    EXPECT_TRUE(same(StrToCplx("-i"), 0, -1));
-    EXPECT_TRUE(same(StrToCplx("3-i"), 3, -1));
-    EXPECT_TRUE(same(StrToCplx("1E+2-1e-2i"), 100, -0.01));
-    EXPECT_TRUE(same(StrToCplx("2e-3i"), 0, 0.002));
-    EXPECT_TRUE(same(StrToCplx(" -2 - 3.5i "), -2, -3.5));
-    EXPECT_TRUE(same(StrToCplx("7.25"), 7.25, 0));
-    EXPECT_TRUE(same(StrToCplx("-INF + INFi"), -INF, INF));
+    const struct {
+        const char* text;
+        double re, im;
+    } cases[] = {{"1e-3+2i", 0.001, 2},  {"i", 0, 1},         {"-i", 0, -1},           {"3-i", 3, -1},
+                 {"1E+2-1e-2i", 100, -0.01}, {"2e-3i", 0, 0.002}, {" -2 - 3.5i ", -2, -3.5}, {"7.25", 7.25, 0},
+                 {"-INF + INFi", -INF, INF}};
+    for (const auto& c : cases) {
+        const TCplx z = StrToCplx(c.text);
+        EXPECT_TRUE(z.Re == c.re && z.Im == c.im) << c.text;
+    }
     const TCplx n = StrToCplx("NAN - NANi");
     EXPECT_TRUE(std::isnan(n.Re) && std::isnan(n.Im));
     const TCplx fromText = std::string("4-2i");  // implicit conversion of the record
-    EXPECT_TRUE(same(fromText, 4, -2));
+    EXPECT_TRUE(fromText.Re == 4 && fromText.Im == -2);
     const TSCplx s = StrToCplxSingle("0.1-0.2i");
-    EXPECT_EQ(s.Re, 0.1f);
-    EXPECT_EQ(s.Im, -0.2f);
+    EXPECT_TRUE(s.Re == 0.1f && s.Im == -0.2f);
     for (const char* bad : {"1+2ix", "1+xi", "1++2i", "abc", "1+2j"}) {
         try {
             StrToCplx(bad);
@@ -102,20 +93,20 @@ TEST(StrToInteger, StrictDecimal) {
 // General form
 // ---------------------------------------------------------------------------
 TEST(SampleToStr, GeneralForm) {
-    EXPECT_EQ(SampleToStr(1.0 / 3.0), "0.333333333333333");
-    EXPECT_EQ(SampleToStr(-2.5), "-2.5");
-    EXPECT_EQ(SampleToStr(100.0), "100");
-    EXPECT_EQ(SampleToStr(123456789012345.0), "123456789012345");
-    EXPECT_EQ(SampleToStr(1234567890123456.0), "1.23456789012346E15");
-    EXPECT_EQ(SampleToStr(1e20), "1E20");
-    EXPECT_EQ(SampleToStr(1e-5), "0.00001");
-    EXPECT_EQ(SampleToStr(1.5e-6), "1.5E-6");
-    EXPECT_EQ(SampleToStr(-0.0), "0");
-    EXPECT_EQ(SampleToStr(NAN_), "NAN");
-    EXPECT_EQ(SampleToStr(-INF), "-INF");
-    EXPECT_EQ(SampleToStr(1.5e-6, 15, 3), "1.5E-006");
-    EXPECT_EQ(SampleToStr(1234.5, 3, 0), "1.23E3");
-    EXPECT_EQ(SampleToStr(999.96, 4, 0), "1000");  // rounding decides the notation
+    const struct {
+        double x;
+        int digits, exp;  // 0 digits: the default form
+        const char* want;
+    } cases[] = {{1.0 / 3.0, 0, 0, "0.333333333333333"},  {-2.5, 0, 0, "-2.5"},
+                 {100.0, 0, 0, "100"},                     {123456789012345.0, 0, 0, "123456789012345"},
+                 {1234567890123456.0, 0, 0, "1.23456789012346E15"}, {1e20, 0, 0, "1E20"},
+                 {1e-5, 0, 0, "0.00001"},                  {1.5e-6, 0, 0, "1.5E-6"},
+                 {-0.0, 0, 0, "0"},                        {NAN_, 0, 0, "NAN"},
+                 {-INF, 0, 0, "-INF"},                     {1.5e-6, 15, 3, "1.5E-006"},
+                 {1234.5, 3, 0, "1.23E3"},
+                 {999.96, 4, 0, "1000"}};  // rounding decides the notation
+    for (const auto& c : cases)
+        EXPECT_EQ(c.digits ? SampleToStr(c.x, c.digits, c.exp) : SampleToStr(c.x), c.want) << c.want;
     EXPECT_EQ(SampleToStrf(0.1f), "0.1");
     EXPECT_EQ(SampleToStrf(1.0f / 3.0f), "0.3333333");
     EXPECT_EQ(IntPrecisionToStr(prInt32), "integer, 4 bytes");
@@ -139,64 +130,45 @@ TEST(SampleToStr, RoundTripsAtFullPrecision) {
 // ---------------------------------------------------------------------------
 // Format texts
 // ---------------------------------------------------------------------------
-TEST(FormatSample, Placeholders) {
-    EXPECT_EQ(FormatSample("0.00", 3.14159), "3.14");
-    EXPECT_EQ(FormatSample(3.14159, "0.00"), "3.14");
-    EXPECT_EQ(FormatSample("#,##0.00", 1234567.891), "1,234,567.89");
-    EXPECT_EQ(FormatSample("#,##0", 999.0), "999");
-    EXPECT_EQ(FormatSample("000", 7.0), "007");
-    EXPECT_EQ(FormatSample("0", 12345.0), "12345");  // overflow digits go in front
-    EXPECT_EQ(FormatSample("#.##", 0.5), ".5");
-    EXPECT_EQ(FormatSample("0.###", 2.5), "2.5");
-    EXPECT_EQ(FormatSample("0.", 2.0), "2");
-    EXPECT_EQ(FormatSample("0.0", 1.25), "1.2");  // ties to even on the exact value
-    EXPECT_EQ(FormatSample("0.0", 1.35), "1.4");  // 1.35 is slightly above in binary
-    EXPECT_EQ(FormatSample("0.0", -1.75), "-1.8");
-    EXPECT_EQ(FormatSample("00-00", 1234.0), "12-34");  // literal keeps its place
-    EXPECT_EQ(FormatSample("'Total: '0.0\" kg\"", 3.14), "Total: 3.1 kg");
-    EXPECT_EQ(FormatSample("", 0.1), "0.1");
-    EXPECT_EQ(FormatSample("0.00", NAN_), "NAN");
-    EXPECT_EQ(FormatSample("0.00", -INF), "-INF");
-}
-
-TEST(FormatSample, Exponents) {
-    EXPECT_EQ(FormatSample("0.00E+00", 12345.0), "1.23E+04");
-    EXPECT_EQ(FormatSample("0.00E+00", 0.0), "0.00E+00");
-    EXPECT_EQ(FormatSample("0.0e-0", 0.00012), "1.2e-4");
-    EXPECT_EQ(FormatSample("0.0E-0", 1200.0), "1.2E3");
-    EXPECT_EQ(FormatSample("00.0E+0", 12345.0), "12.3E+3");
-    EXPECT_EQ(FormatSample("0.##E+000", -99960.0), "-1E+005");
-    // More digits than a double holds: the exact binary value shows.
-    EXPECT_EQ(FormatSample("0." + std::string(25, '0') + "E+00", 0.1), "1.0000000000000000555111512E-01");
-    EXPECT_EQ(FormatSample("0." + std::string(20, '0'), 0.1), "0.10000000000000000555");
-}
-
-TEST(FormatSample, Sections) {
-    EXPECT_EQ(FormatSample("0.00;(0.00)", -5.0), "(5.00)");
-    EXPECT_EQ(FormatSample("0.00;(0.00)", 5.0), "5.00");
-    EXPECT_EQ(FormatSample("0.00;-0.00;'zero'", 0.001), "zero");
-    EXPECT_EQ(FormatSample("0.00;-0.00;'zero'", -0.001), "zero");
-    EXPECT_EQ(FormatSample("0.00;-0.00", -0.001), "0.00");   // rounds to zero: no sign
-    EXPECT_EQ(FormatSample("0.00", -0.001), "0.00");
-    EXPECT_EQ(FormatSample("0.0;;'none'", -2.0), "-2.0");    // empty section: first one, signed
-    EXPECT_EQ(FormatSample("'a;b' 0", 1.0), "a;b 1");          // quoted ';' does not split
-    EXPECT_EQ(FormatSample("+0.00i;-0.00i", 2.5), "+2.50i");
-    EXPECT_EQ(FormatSample("+0.00i;-0.00i", -2.5), "-2.50i");
-    EXPECT_EQ(FormatSample("+0.00i;-0.00i", NAN_), "+NANi");
-    EXPECT_EQ(FormatSample("+0.00i;-0.00i", -INF), "-INFi");
+TEST(FormatSample, PlaceholdersExponentsAndSections) {
+    EXPECT_EQ(FormatSample(3.14159, "0.00"), "3.14");  // both argument orders
+    const struct {
+        std::string fmt;
+        double x;
+        const char* want;
+    } cases[] = {
+        {"0.00", 3.14159, "3.14"}, {"#,##0.00", 1234567.891, "1,234,567.89"}, {"#,##0", 999.0, "999"},
+        {"000", 7.0, "007"}, {"0", 12345.0, "12345"},  // overflow digits go in front
+        {"#.##", 0.5, ".5"}, {"0.###", 2.5, "2.5"}, {"0.", 2.0, "2"},
+        {"0.0", 1.25, "1.2"},  // ties to even on the exact value
+        {"0.0", 1.35, "1.4"},  // 1.35 is slightly above in binary
+        {"0.0", -1.75, "-1.8"}, {"00-00", 1234.0, "12-34"},  // a literal keeps its place
+        {"'Total: '0.0\" kg\"", 3.14, "Total: 3.1 kg"}, {"", 0.1, "0.1"}, {"0.00", NAN_, "NAN"},
+        {"0.00", -INF, "-INF"},
+        // Exponents; more digits than a double holds show the exact binary value.
+        {"0.00E+00", 12345.0, "1.23E+04"}, {"0.00E+00", 0.0, "0.00E+00"}, {"0.0e-0", 0.00012, "1.2e-4"},
+        {"0.0E-0", 1200.0, "1.2E3"}, {"00.0E+0", 12345.0, "12.3E+3"}, {"0.##E+000", -99960.0, "-1E+005"},
+        {"0." + std::string(25, '0') + "E+00", 0.1, "1.0000000000000000555111512E-01"},
+        {"0." + std::string(20, '0'), 0.1, "0.10000000000000000555"},
+        // Sections: positive;negative;zero, chosen on the rounded value.
+        {"0.00;(0.00)", -5.0, "(5.00)"}, {"0.00;(0.00)", 5.0, "5.00"}, {"0.00;-0.00;'zero'", 0.001, "zero"},
+        {"0.00;-0.00;'zero'", -0.001, "zero"}, {"0.00;-0.00", -0.001, "0.00"},  // rounds to zero: no sign
+        {"0.00", -0.001, "0.00"}, {"0.0;;'none'", -2.0, "-2.0"},  // empty section: the first, signed
+        {"'a;b' 0", 1.0, "a;b 1"},                                 // a quoted ';' does not split
+        {"+0.00i;-0.00i", 2.5, "+2.50i"}, {"+0.00i;-0.00i", -2.5, "-2.50i"}, {"+0.00i;-0.00i", NAN_, "+NANi"},
+        {"+0.00i;-0.00i", -INF, "-INFi"}};
+    for (const auto& c : cases) EXPECT_EQ(FormatSample(c.fmt, c.x), c.want) << c.fmt << " " << c.x;
 }
 
 TEST(CplxToStr, Rules) {
-    EXPECT_EQ(CplxToStr(TCplx(1, 2)), "1 + 2i");
-    EXPECT_EQ(CplxToStr(TCplx(1, -2.5)), "1 - 2.5i");
-    EXPECT_EQ(CplxToStr(TCplx(0, -2)), "-2i");
-    EXPECT_EQ(CplxToStr(TCplx(3, 0)), "3");
-    EXPECT_EQ(CplxToStr(TCplx(3, -0.0)), "3");
-    EXPECT_EQ(CplxToStr(TCplx(1.5, 1)), "1.5 + i");
-    EXPECT_EQ(CplxToStr(TCplx(1.5, -1)), "1.5 - i");
-    EXPECT_EQ(CplxToStr(TCplx(0, 1)), "1i");
-    EXPECT_EQ(CplxToStr(TCplx(NAN_, NAN_)), "NAN + NANi");
-    EXPECT_EQ(CplxToStr(TCplx(1, -INF)), "1 - INFi");
+    const struct {
+        TCplx z;
+        const char* want;
+    } cases[] = {{{1, 2}, "1 + 2i"},         {{1, -2.5}, "1 - 2.5i"},    {{0, -2}, "-2i"},
+                 {{3, 0}, "3"},              {{3, -0.0}, "3"},           {{1.5, 1}, "1.5 + i"},
+                 {{1.5, -1}, "1.5 - i"},     {{0, 1}, "1i"},             {{NAN_, NAN_}, "NAN + NANi"},
+                 {{1, -INF}, "1 - INFi"}};
+    for (const auto& c : cases) EXPECT_EQ(CplxToStr(c.z), c.want) << c.want;
     EXPECT_EQ(CplxToStr(TCplx(1.0 / 3, 2), 3, 0), "0.333 + 2i");
     EXPECT_EQ(CplxToStr(TSCplx(0.1f, -0.2f)), "0.1 - 0.2i");
 }
@@ -216,12 +188,10 @@ TEST(CplxToStr, RoundTripsThroughStrToCplx) {
 TEST(FormatCplx, PartsAndFallback) {
     const char* re = "0.0";
     const char* im = "+0.0i;-0.0i";
-    EXPECT_EQ(FormatCplx(TCplx(1.5, -2), re, im), "1.5-2.0i");
-    EXPECT_EQ(FormatCplx(TCplx(1.5, 2), re, im), "1.5+2.0i");
-    EXPECT_EQ(FormatCplx(TCplx(0, -2), re, im), "-2.0i");
-    EXPECT_EQ(FormatCplx(TCplx(1.5, 0), re, im), "1.5");
-    EXPECT_EQ(FormatCplx(TCplx(0, NAN_), re, im), "+NANi");  // NaN is not zero
-    EXPECT_EQ(FormatCplx(TCplx(NAN_, 0), re, im), "NAN");
+    // A NaN part is not zero.
+    for (auto [z, want] : {std::pair{TCplx(1.5, -2), "1.5-2.0i"}, {TCplx(1.5, 2), "1.5+2.0i"}, {TCplx(0, -2), "-2.0i"},
+                           {TCplx(1.5, 0), "1.5"}, {TCplx(0, NAN_), "+NANi"}, {TCplx(NAN_, 0), "NAN"}})
+        EXPECT_EQ(FormatCplx(z, re, im), want);
     for (const TCplx& z : {TCplx(1, 2), TCplx(1, -1), TCplx(0, 3), TCplx(4, 0)}) {
         EXPECT_EQ(FormatCplx(z, re, ""), CplxToStr(z));
         EXPECT_EQ(FormatCplx(z, "", im), CplxToStr(z));

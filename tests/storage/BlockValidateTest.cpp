@@ -22,6 +22,10 @@ BlockTrace Walk(TVec& v, int32_t size) {
     }
     return t;
 }
+
+// The in-out length argument of the validators; Len(n) sets it for one call.
+int32_t len = 0;
+int32_t& Len(int32_t n) { return len = n; }
 }  // namespace
 
 TEST(Block, WalksInBlocksWithAShortLastBlock) {
@@ -59,7 +63,7 @@ TEST(Block, EmptyObjectOpensNothingAndNextFails) {
     a.BlockInit(1000);
     EXPECT_TRUE(a.BlockEnd());
     EXPECT_FALSE(a.IsSubRange());
-    EXPECT_TRUE(Raises<ERovaneException>([&] { a.BlockNext(); }, "TRovaneBase.BlockNext: BlockLevel < 0"));
+    EXPECT_RAISES(ERovaneException, a.BlockNext(), "TRovaneBase.BlockNext: BlockLevel < 0");
 }
 
 TEST(Block, SrcFormWritesIntoTheSource) {
@@ -92,8 +96,7 @@ TEST(Block, FinishLeavesEarlyAndMismatchedLevelIsReported) {
     a.BlockInit(1000);
     EXPECT_EQ(a.Values[0], 0.0);
     a.SetSubRangeLevel(10, 5);
-    EXPECT_TRUE(Raises<ERovaneException>([&] { a.BlockNext(); },
-                                         "TRovaneBase.BlockNext: fSubRangeLevel <> fBlockSubRangeLevel"));
+    EXPECT_RAISES(ERovaneException, a.BlockNext(), "TRovaneBase.BlockNext: fSubRangeLevel <> fBlockSubRangeLevel");
     a.SetFullRangeLevel();
     a.BlockFinish();
     EXPECT_FALSE(a.IsSubRange());
@@ -102,18 +105,14 @@ TEST(Block, FinishLeavesEarlyAndMismatchedLevelIsReported) {
 TEST(Validate, SelfRangeAndMinusOne) {
     TVec a;
     Ramp(a, 10);
-    int32_t len = -1;
-    a.ValidateParams(4, len);
+    a.ValidateParams(4, Len(-1));
     EXPECT_EQ(len, 6);
-    len = 7;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(4, len); },
-                                          "Self params out of range: Index: 4, Len: 7, Length: 10"));
-    len = 1;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(-1, len); },
-                                          "Self params out of range: Index: -1, Len: 1, Length: 10"));
-    len = -2;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(0, len); },
-                                          "Self params out of range: Index: 0, Len: -2, Length: 10"));
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(4, Len(7)),
+                  "Self params out of range: Index: 4, Len: 7, Length: 10");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(-1, Len(1)),
+                  "Self params out of range: Index: -1, Len: 1, Length: 10");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(0, Len(-2)),
+                  "Self params out of range: Index: 0, Len: -2, Length: 10");
 }
 
 TEST(Validate, OneOperandFormChecksInOrder) {
@@ -121,27 +120,20 @@ TEST(Validate, OneOperandFormChecksInOrder) {
     Ramp(a, 10);
     Ramp(x, 8);
     s.Size(10, false, false);
-    int32_t len = 20;
     // X = Self is tested before any range.
-    EXPECT_TRUE(Raises<ERovaneInvalidArgument>([&] { a.ValidateParams(a, 0, 0, len); },
-                                               "Invalid params: X is equal to Self"));
+    EXPECT_RAISES(ERovaneInvalidArgument, a.ValidateParams(a, 0, 0, Len(20)), "Invalid params: X is equal to Self");
     // The X range before the Self range.
-    len = 8;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(x, 3, 5, len); },
-                                          "X params out of range: XIndex: 3, Len: 8 , X.Length: 8"));
-    len = 1;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(x, -1, 0, len); },
-                                          "X params out of range: XIndex: -1, Len: 1 , X.Length: 8"));
-    len = 5;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(x, 0, 6, len); },
-                                          "Self params out of range: Index: 6, Len: 5, Length: 10"));
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x, 3, 5, Len(8)),
+                  "X params out of range: XIndex: 3, Len: 8 , X.Length: 8");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x, -1, 0, Len(1)),
+                  "X params out of range: XIndex: -1, Len: 1 , X.Length: 8");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x, 0, 6, Len(5)),
+                  "Self params out of range: Index: 6, Len: 5, Length: 10");
     // Precision last: a good range with single X.
-    len = 5;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(s, 0, 0, len); },
-                                          "X params not matching floating point precision: fIsDouble <> X.fIsDouble"));
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(s, 0, 0, Len(5)),
+                  "X params not matching floating point precision: fIsDouble <> X.fIsDouble");
     // -1 runs to the end of Self.
-    len = -1;
-    a.ValidateParams(x, 0, 4, len);
+    a.ValidateParams(x, 0, 4, Len(-1));
     EXPECT_EQ(len, 6);
 }
 
@@ -151,57 +143,43 @@ TEST(Validate, TwoOperandFormChecksInOrder) {
     Ramp(x1, 6);
     Ramp(x2, 4);
     s.Size(10, false, false);
-    int32_t len = 3;
-    EXPECT_TRUE(Raises<ERovaneInvalidArgument>([&] { a.ValidateParams(x1, a, 0, 0, 0, len); },
-                                               "Invalid params: X1 or X2 is equal to Self"));
-    len = 5;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(x1, x2, 2, 0, 0, len); },
-                                          "X1 params out of range: xIndex1: 2, Len: 5, x1Length = 6"));
-    len = 3;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(x1, x2, 0, 2, 0, len); },
-                                          "X1 params out of range: xIndex2: 2, Len: 3, x2Length = 4"));
-    len = 3;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { a.ValidateParams(x1, x2, 0, 0, 8, len); },
-                                          "Self params out of range: Index: 8, Len: 3, Length: 10"));
-    len = 3;
-    EXPECT_TRUE(Raises<ERovaneRangeError>(
-        [&] { a.ValidateParams(x1, s, 0, 0, 0, len); },
-        "X params not matching floating point precision: (fIsDouble <> X1.fIsDouble) or (fIsDouble <> X2.fIsDouble)"));
+    EXPECT_RAISES(ERovaneInvalidArgument, a.ValidateParams(x1, a, 0, 0, 0, Len(3)),
+                  "Invalid params: X1 or X2 is equal to Self");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x1, x2, 2, 0, 0, Len(5)),
+                  "X1 params out of range: xIndex1: 2, Len: 5, x1Length = 6");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x1, x2, 0, 2, 0, Len(3)),
+                  "X1 params out of range: xIndex2: 2, Len: 3, x2Length = 4");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x1, x2, 0, 0, 8, Len(3)),
+                  "Self params out of range: Index: 8, Len: 3, Length: 10");
+    EXPECT_RAISES(ERovaneRangeError, a.ValidateParams(x1, s, 0, 0, 0, Len(3)),
+                  "X params not matching floating point precision: (fIsDouble <> X1.fIsDouble) or "
+                  "(fIsDouble <> X2.fIsDouble)");
 }
 
 TEST(Validate, ArrayIndexValidators) {
     TVec r, c;
     Ramp(r, 10);
     CRamp(c, 10);
-    int32_t len = 4;
-    EXPECT_TRUE(Raises<ERovaneInvalidArgument>([&] { r.ValidateCplxArrayIndexes(0, 10, 0, len); },
-                                               "ValidateCplxArrayIndexes: Self must be Complex"));
-    len = 4;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { c.ValidateCplxArrayIndexes(3, 6, 0, len); },
-                                          "ValidateCplxArrayIndexes: SrcIndex + Len > SrcLen, (3 + 4) > 6"));
-    len = 4;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { c.ValidateCplxArrayIndexes(-1, 6, 0, len); },
-                                          "ValidateCplxArrayIndexes: SrcIndex < 0, -1 < 0"));
-    len = 4;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { c.ValidateCplxArrayIndexes(0, 60, 8, len); },
-                                          "Self params out of range: Index: 8, Len: 4, Length: 10"));
-    len = -1;
-    c.ValidateCplxArrayIndexes(0, 60, 8, len);
+    EXPECT_RAISES(ERovaneInvalidArgument, r.ValidateCplxArrayIndexes(0, 10, 0, Len(4)),
+                  "ValidateCplxArrayIndexes: Self must be Complex");
+    EXPECT_RAISES(ERovaneRangeError, c.ValidateCplxArrayIndexes(3, 6, 0, Len(4)),
+                  "ValidateCplxArrayIndexes: SrcIndex + Len > SrcLen, (3 + 4) > 6");
+    EXPECT_RAISES(ERovaneRangeError, c.ValidateCplxArrayIndexes(-1, 6, 0, Len(4)),
+                  "ValidateCplxArrayIndexes: SrcIndex < 0, -1 < 0");
+    EXPECT_RAISES(ERovaneRangeError, c.ValidateCplxArrayIndexes(0, 60, 8, Len(4)),
+                  "Self params out of range: Index: 8, Len: 4, Length: 10");
+    c.ValidateCplxArrayIndexes(0, 60, 8, Len(-1));
     EXPECT_EQ(len, 2);
 
     // Real arrays: the length doubles for complex Self and goes back doubled.
-    len = 4;
-    r.ValidateRealArrayIndexes(0, 4, 0, len);
+    r.ValidateRealArrayIndexes(0, 4, 0, Len(4));
     EXPECT_EQ(len, 4);
-    len = 4;
-    c.ValidateRealArrayIndexes(0, 8, 0, len);
+    c.ValidateRealArrayIndexes(0, 8, 0, Len(4));
     EXPECT_EQ(len, 8);
-    len = 4;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { c.ValidateRealArrayIndexes(1, 8, 0, len); },
-                                          "ValidateRealArrayIndexes: (SrcIndex + Len) > SrcLen, (1 + 8) > 8"));
-    len = 2;
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { r.ValidateRealArrayIndexes(-3, 8, 0, len); },
-                                          "ValidateRealArrayIndexes: SrcIndex < 0, -3 < 0"));
+    EXPECT_RAISES(ERovaneRangeError, c.ValidateRealArrayIndexes(1, 8, 0, Len(4)),
+                  "ValidateRealArrayIndexes: (SrcIndex + Len) > SrcLen, (1 + 8) > 8");
+    EXPECT_RAISES(ERovaneRangeError, r.ValidateRealArrayIndexes(-3, 8, 0, Len(2)),
+                  "ValidateRealArrayIndexes: SrcIndex < 0, -3 < 0");
 }
 
 TEST(Validate, RangeChecksOfElementAccess) {
@@ -209,18 +187,15 @@ TEST(Validate, RangeChecksOfElementAccess) {
     Ramp(r, 5);
     CRamp(c, 5);
     r.RangeCheck(4);
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { r.RangeCheck(-1); }, "Indx < 0, -1 < 0"));
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { r.RangeCheck(5); }, "Index >= Flength, Index = 5, fLength = 5"));
+    EXPECT_RAISES(ERovaneRangeError, r.RangeCheck(-1), "Indx < 0, -1 < 0");
+    EXPECT_RAISES(ERovaneRangeError, r.RangeCheck(5), "Index >= Flength, Index = 5, fLength = 5");
     c.RangeCheck(9);
-    EXPECT_TRUE(
-        Raises<ERovaneRangeError>([&] { c.RangeCheck(10); }, "Index >= Flength*2, Index = 10, fLength*2 = 10"));
+    EXPECT_RAISES(ERovaneRangeError, c.RangeCheck(10), "Index >= Flength*2, Index = 10, fLength*2 = 10");
     c.RangeCheckComplex(4);
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { c.RangeCheckComplex(5); },
-                                          "Index >= Flength*2, Index = 5, fLength = 5"));
+    EXPECT_RAISES(ERovaneRangeError, c.RangeCheckComplex(5), "Index >= Flength*2, Index = 5, fLength = 5");
     r.RangeCheckComplex(1);
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { r.RangeCheckComplex(2); },
-                                          "Index >= Flength, Index = 2, (fLength div 2) = 2"));
-    EXPECT_TRUE(Raises<ERovaneRangeError>([&] { c.RangeCheckComplex(-4); }, "Indx < 0, -4 < 0"));
+    EXPECT_RAISES(ERovaneRangeError, r.RangeCheckComplex(2), "Index >= Flength, Index = 2, (fLength div 2) = 2");
+    EXPECT_RAISES(ERovaneRangeError, c.RangeCheckComplex(-4), "Indx < 0, -4 < 0");
 }
 
 TEST(Validate, WithChecksOffOnlyMinusOneIsResolved) {
@@ -229,25 +204,19 @@ TEST(Validate, WithChecksOffOnlyMinusOneIsResolved) {
     Ramp(x, 3);
     s.Size(10, false, false);
     a.SetConditionCheck(false);
-    int32_t len = 50;
-    a.ValidateParams(4, len);
+    a.ValidateParams(4, Len(50));
     a.ValidateParams(a, 7, 8, len);
     a.ValidateParams(s, 0, 0, len);
     a.ValidateParams(x, a, 9, 9, 9, len);
     EXPECT_EQ(len, 50);
-    len = -1;
-    a.ValidateParams(3, len);
+    a.ValidateParams(3, Len(-1));
     EXPECT_EQ(len, 7);
-    len = -1;
-    a.ValidateParams(x, 0, 2, len);
+    a.ValidateParams(x, 0, 2, Len(-1));
     EXPECT_EQ(len, 8);
-    len = -1;
-    a.ValidateParams(x, x, 0, 0, 9, len);
+    a.ValidateParams(x, x, 0, 0, 9, Len(-1));
     EXPECT_EQ(len, 1);
-    len = 99;
-    a.ValidateCplxArrayIndexes(-5, 0, 0, len);
-    len = -1;
-    a.ValidateRealArrayIndexes(-5, 0, 6, len);
+    a.ValidateCplxArrayIndexes(-5, 0, 0, Len(99));
+    a.ValidateRealArrayIndexes(-5, 0, 6, Len(-1));
     EXPECT_EQ(len, 4);
     a.SetConditionCheck(true);
     a.CondDisable();

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 namespace storage_test {
 
@@ -26,6 +27,13 @@ template <class E>
     }
     return ::testing::AssertionFailure() << "nothing raised, expected: " << text;
 }
+
+// Expects `stmt` to raise exactly class E with exactly the given text.
+#define EXPECT_RAISES(E, stmt, ...) EXPECT_TRUE(storage_test::Raises<E>([&] { stmt; }, __VA_ARGS__))
+
+// The values of a real or complex double vector, for whole-content checks.
+inline std::vector<double> Reals(const rovane::TVec& v) { return {v.Values, v.Values + v.Length()}; }
+inline std::vector<rovane::TCplx> Cplxs(const rovane::TVec& v) { return {v.CValues, v.CValues + v.Length()}; }
 
 // Fills a real double vector with 0, 1, 2, ...
 inline void Ramp(rovane::TVec& v, int32_t n, double start = 0) {

@@ -80,25 +80,40 @@ std::set<int32_t> Churn(int32_t rounds, int32_t seed, std::atomic<int>& faults) 
     return pools;
 }
 
+// Churns on `n` threads and on the main thread at once, expecting no fault;
+// each thread runs `before(t)` first and churns only if it returns true.
+// Returns the pools each thread saw; the main thread is last.
+std::vector<std::set<int32_t>> ChurnTogether(int n, const std::function<bool(int)>& before = nullptr,
+                                             const std::function<void()>& after = nullptr) {
+    std::atomic<int> faults{0};
+    std::vector<std::set<int32_t>> seen(n + 1);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < n; ++t)
+        threads.emplace_back([&, t] {
+            if (before && !before(t)) return;
+            seen[t] = Churn(1500, t + 1, faults);
+            if (after) after();
+        });
+    seen[n] = Churn(1500, 99, faults);
+    for (auto& th : threads) th.join();
+    EXPECT_EQ(faults.load(), 0);
+    return seen;
+}
+
 }  // namespace
 
 TEST_F(ThreadPool, MarkedThreadsWorkInPoolsOfTheirOwn) {
     constexpr int kThreads = 4;
-    std::atomic<int> faults{0};
     std::vector<int32_t> marked(kThreads, -1);
-    std::vector<std::set<int32_t>> seen(kThreads);
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t)
-        threads.emplace_back([&, t] {
-            if (!Controller->MarkThread()) return;
+    const auto seen = ChurnTogether(
+        kThreads,
+        [&](int t) {
+            if (!Controller->MarkThread()) return false;
             marked[t] = Controller->GetPoolIndex();
-            seen[t] = Churn(1500, t + 1, faults);
-            Controller->UnMarkThread();
-        });
-    std::set<int32_t> mainSeen = Churn(1500, 99, faults);
-    for (auto& th : threads) th.join();
-    EXPECT_EQ(faults.load(), 0);
-    EXPECT_EQ(mainSeen, std::set<int32_t>{0});
+            return true;
+        },
+        [] { Controller->UnMarkThread(); });
+    EXPECT_EQ(seen[kThreads], std::set<int32_t>{0});
     std::set<int32_t> distinct;
     for (int t = 0; t < kThreads; ++t) {
         EXPECT_GE(marked[t], 1);
@@ -110,15 +125,7 @@ TEST_F(ThreadPool, MarkedThreadsWorkInPoolsOfTheirOwn) {
 }
 
 TEST_F(ThreadPool, UnmarkedThreadsSharePoolZero) {
-    std::atomic<int> faults{0};
-    std::vector<std::set<int32_t>> seen(3);
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 3; ++t) threads.emplace_back([&, t] { seen[t] = Churn(1500, t + 1, faults); });
-    std::set<int32_t> mainSeen = Churn(1500, 99, faults);
-    for (auto& th : threads) th.join();
-    EXPECT_EQ(faults.load(), 0);
-    EXPECT_EQ(mainSeen, std::set<int32_t>{0});
-    for (const auto& s : seen) EXPECT_EQ(s, std::set<int32_t>{0});
+    for (const auto& s : ChurnTogether(3)) EXPECT_EQ(s, std::set<int32_t>{0});
     // An object of pool 0 may be given back by any thread.
     TVec* v = nullptr;
     std::thread([&] { CreateIt(v); }).join();
@@ -145,8 +152,8 @@ TEST_F(ThreadPool, FreeFromAForeignThreadFailsAndLeavesTheObjectOut) {
     TVec* v = taken.get_future().get();
     const int32_t pool = v->PoolIndex();
     EXPECT_GE(pool, 1);
-    EXPECT_TRUE(Raises<ERovaneException>(
-        [&] { FreeIt(v); }, "Rovane.FreeIt: Attempt to free object from thread other than used to create it!"));
+    EXPECT_RAISES(ERovaneException, FreeIt(v),
+                  "Rovane.FreeIt: Attempt to free object from thread other than used to create it!");
     EXPECT_NE(v, nullptr);
     EXPECT_EQ(v->Length(), 10);  // not reset
     EXPECT_EQ(Controller->Pool[pool]->Vec.CacheUsedCount(), 1);
@@ -166,10 +173,9 @@ TEST_F(ThreadPool, UnmarkWithObjectsOutRaisesButUnmarks) {
         CreateIt(v);
         CreateIt(m);
         FreeIt(v);
-        EXPECT_TRUE(Raises<ERovaneException>(
-            [] { Controller->UnMarkThread(); },
-            "TRovaneController.UnMarkThread: Attempt to release super conductive thread without releasing object "
-            "cache items allocated by that thread!"));
+        EXPECT_RAISES(ERovaneException, Controller->UnMarkThread(),
+                      "TRovaneController.UnMarkThread: Attempt to release super conductive thread without "
+                      "releasing object cache items allocated by that thread!");
         EXPECT_EQ(Controller->Pool[pool]->ThreadID(), 0u);
         EXPECT_EQ(Controller->GetPoolIndex(), 0);
         // The lock was released on that path: marking again works and gives
@@ -213,17 +219,10 @@ TEST_F(ThreadPool, StripedModeWithoutSuperConductive) {
     Controller->SetSuperConductive(false);
     for (int32_t i = 1; i < Controller->Pool.Length(); ++i)
         EXPECT_EQ(Controller->Pool[i]->ThreadID(), Controller->MainThreadID);
-    std::atomic<int> faults{0};
-    std::vector<std::set<int32_t>> seen(3);
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 3; ++t)
-        threads.emplace_back([&, t] {
-            EXPECT_FALSE(Controller->MarkThread());
-            seen[t] = Churn(1500, t + 1, faults);
-        });
-    Churn(1500, 99, faults);
-    for (auto& th : threads) th.join();
-    EXPECT_EQ(faults.load(), 0);
+    ChurnTogether(3, [](int) {
+        EXPECT_FALSE(Controller->MarkThread());
+        return true;
+    });
     for (int32_t i = 0; i < Controller->Pool.Length(); ++i) EXPECT_FALSE(Controller->Pool[i]->CacheUsed());
     Controller->SetSuperConductive(true);
     for (int32_t i = 1; i < Controller->Pool.Length(); ++i) EXPECT_EQ(Controller->Pool[i]->ThreadID(), 0u);
@@ -242,11 +241,10 @@ TEST_F(ThreadPool, SuperConductiveCannotChangeWhileAMarkedPoolIsInUse) {
         FreeIt(v);
     });
     taken.get_future().wait();
-    EXPECT_TRUE(Raises<ERovaneException>(
-        [] { Controller->SetSuperConductive(false); },
-        FormatText("Controller.SuperConductive: Memory pool with Index %d is still being used. Free back all objects "
-                   "before changing this flag!",
-                   {pool})));
+    EXPECT_RAISES(ERovaneException, Controller->SetSuperConductive(false),
+                  FormatText("Controller.SuperConductive: Memory pool with Index %d is still being used. Free back "
+                             "all objects before changing this flag!",
+                             {pool}));
     tried.set_value();
     owner.join();
 }
