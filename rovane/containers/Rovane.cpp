@@ -59,6 +59,20 @@ void SizeCore(TRovane& self, int32_t aLength, TMtxFloatPrecision precision, cons
 }
 
 // Reset steps shared by TVec and TMtx.
+// The state a sub-range restores on SetFullRange, shared by vectors and
+// matrices (a matrix adds its shape).
+void SaveFloatState(TRovane& self) {
+    self.SActualSize = self.fActualSizeInBytes;
+    self.SLength = self.fLength;
+    self.SComplex = self.fComplex;
+    self.SFloatPrecision = self.fFloatPrecision;
+    self.SIsDouble = self.fIsDouble;
+    self.SOffset = self.FDataOffset;
+    self.COffset = self.FCDataOffset;
+    self.SValuesPointer = self.ValuesPointer;
+    self.fSubRangeLevel = 0;
+}
+
 void ResetCore(TDenseRovane& self, const char* kind) {
     self.SetFullRange();
     if (self.fSubRangeLevel >= 0)
@@ -292,17 +306,7 @@ void TVec::Assign(const TRovaneBase& src) {
     if (const auto* v = dynamic_cast<const TVec*>(&src); v && AssignCopiesValues) Copy(*v);
 }
 
-void TVec::SubRangeSaveState() {
-    SActualSize = fActualSizeInBytes;
-    SLength = fLength;
-    SComplex = fComplex;
-    SFloatPrecision = fFloatPrecision;
-    SIsDouble = fIsDouble;
-    SOffset = FDataOffset;
-    COffset = FCDataOffset;
-    SValuesPointer = ValuesPointer;
-    fSubRangeLevel = 0;
-}
+void TVec::SubRangeSaveState() { SaveFloatState(*this); }
 
 void TVec::SetSubRangeDirect(int32_t index, int32_t len) {
     DirectSelf(*this, index);
@@ -497,18 +501,10 @@ void TMtx::Assign(const TRovaneBase& src) {
 }
 
 void TMtx::SubRangeSaveState() {
-    SActualSize = fActualSizeInBytes;
-    SLength = fLength;
-    SComplex = fComplex;
-    SFloatPrecision = fFloatPrecision;
-    SIsDouble = fIsDouble;
-    SOffset = FDataOffset;
-    COffset = FCDataOffset;
-    SValuesPointer = ValuesPointer;
+    SaveFloatState(*this);
     SRows = fRows;
     SCols = fCols;
     SLeadingCols = fLeadingCols;
-    fSubRangeLevel = 0;
 }
 
 void TMtx::SubRangeLoadState() {
