@@ -5,6 +5,7 @@
 #include "rovane/scalars/RovaneUtils.h"
 #include "rovane/primitives/ippspl.h"
 #include "rovane/primitives/fastlib.h"
+#include "rovane/storage/ReportChannel.h"
 #include "rovane/storage/RovaneBase.h"
 #include "rovane/storage/ObjectCache.h"
 #include "rovane/containers/AbstractRovane.h"

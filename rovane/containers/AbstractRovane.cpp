@@ -88,22 +88,14 @@ void TRovane::HookPointers() {
     }
 }
 
+std::string TRovane::DestroyProblem() const {
+    if (fIsSubRange && fSubRangeLevel > 0)
+        return FormatText("TRovane.Destroy: IsSubRange = True, SubRangeLevel = %d", {fSubRangeLevel});
+    return TRovaneSample::DestroyProblem();
+}
+
 void TRovane::AllocMemory() {
-    AllocSize = fActualSizeInBytes + 16 + 12 + RovaneMemoryAlignment;
-    if (AllocSize > INT32_MAX) {
-        AllocSize = 0;
-        fActualSizeInBytes = 0;
-        throw std::bad_alloc();  // "Rovane: Cannot allocate more than 2GB for 32bit application!"
-    }
-    aPoint = AllocateMemory(AllocSize);
-    if (!aPoint) {
-        AllocSize = 0;
-        fActualSizeInBytes = 0;
-        throw std::bad_alloc();  // "Rovane: Out of memory!"
-    }
-    // The first boundary that leaves room for the whole counted header.
-    ValuesPointer = AllignMemp(static_cast<char*>(aPoint) + sizeof(TArrayHeader) - 1, 1);
-    new (static_cast<char*>(ValuesPointer) - sizeof(TArrayHeader)) TArrayHeader{aPoint, nullptr, {1}, fLength};
+    AllocOwnedBlock();
     SetBaseViews(ValuesPointer);
     FDataOffset = 0;
     FCDataOffset = 0;
@@ -264,12 +256,12 @@ TRovane& TRovane::CopyTo(TRovane& dst, TMtxFloatPrecision precision) const {
 TRovane& TRovane::CopyTo(TRovane& dst, int32_t dstIndex, int32_t index, int32_t len) const {
     // The checks of ValidateParams but the last: the width may differ here,
     // since this copy converts between single and double.
-    if (len == -1) len = dst.fLength - dstIndex;
+    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(dst.fLength) - dstIndex, INT32_MIN, INT32_MAX));
     if (dst.fConditionCheck) {
         if (&dst == this) EInvalidArgumentRaise("Invalid params: X is equal to Self");
-        if (index < 0 || index + len > fLength)
+        if (index < 0 || int64_t(index) + len > fLength)
             ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", index, len, fLength);
-        if (dstIndex < 0 || len < 0 || dstIndex + len > dst.fLength)
+        if (dstIndex < 0 || len < 0 || int64_t(dstIndex) + len > dst.fLength)
             ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", dstIndex, len,
                                 dst.fLength);
     }

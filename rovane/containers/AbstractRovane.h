@@ -102,6 +102,7 @@ public:
 
     // ---- overrides of the storage object -------------------------------
     void Assign(const TRovaneBase& src) override;
+    std::string DestroyProblem() const override;
     void SubRangeLoadState() override;
     void AllocMemory() override;
     void AllocCacheMemory() override;

@@ -8,7 +8,7 @@ namespace rovane {
 class ROVANE_API TVec : public TDenseRovane {
 public:
     TVec();
-    ~TVec() noexcept(false) override;
+    ~TVec() override;
 
     // ---- Size ----------------------------------------------------------
     TVec& Size(int32_t aLength);
@@ -51,7 +51,7 @@ protected:
 class ROVANE_API TMtx : public TDenseRovane {
 public:
     TMtx();
-    ~TMtx() noexcept(false) override;
+    ~TMtx() override;
 
     int32_t fRows = 0, fCols = 0, fLeadingCols = 0;
     bool fQuadratic = true;
