@@ -315,6 +315,9 @@ TRovane& TRovane::SetVal(const TCplx& value, int32_t index, int32_t len) {
 TRovane& TRovane::SetZero() { return SetVal(0.0); }
 TRovane& TRovane::SetZero(int32_t index, int32_t len) { return SetVal(0.0, index, len); }
 
+TRovane& TRovane::SetIt(std::initializer_list<double> values) { return SetIt(false, values); }
+TRovane& TRovane::SetCplx(std::initializer_list<double> values) { return SetIt(true, values); }
+
 TRovane& TRovane::SetIt(bool complex, std::span<const double> values) {
     const auto n = static_cast<int32_t>(values.size());
     if (complex && n % 2 != 0) EInvalidArgumentRaise("SetIt: odd number of values for complex data");

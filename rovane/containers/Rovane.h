@@ -45,7 +45,8 @@ public:
     void* DoubleCachePointer() const override;
     void* SingleCachePointer() const override;
 
-protected:
+    // ==== the chaining members, returning TVec& ============================
+#include "rovane/containers/generated/TVec.chain.h"
 };
 
 class ROVANE_API TMtx : public TDenseRovane {
@@ -93,6 +94,9 @@ public:
     void InternalResize(int32_t len, bool zeroIt) override;
     void* DoubleCachePointer() const override;
     void* SingleCachePointer() const override;
+
+    // ==== the chaining members, returning TMtx& ============================
+#include "rovane/containers/generated/TMtx.chain.h"
 
 private:
     void SetSubRangeDirect2(TRovaneBase& src, int32_t index, int32_t rows, int32_t cols);

@@ -527,36 +527,6 @@ void ExpjCore(const TRovane& omega, TRovane& dst, int32_t len, int32_t dstIndex,
 }  // namespace
 
 // ---- the unary members ------------------------------------------------------
-#define ROVANE_TRIG_MEMBER(OP, OPS) \
-    ROVANE_UNARY_DEFINE(TRovane, OP, TrigCore<OPS>, #OP ": X = Self", #OP ": Self.Complex <> X.Complex")
-
-ROVANE_TRIG_MEMBER(Sin, SinOp)
-ROVANE_TRIG_MEMBER(Cos, CosOp)
-ROVANE_TRIG_MEMBER(Tan, TanOp)
-ROVANE_TRIG_MEMBER(Cot, ThenInv<TanOp>)
-ROVANE_TRIG_MEMBER(Sec, ThenInv<CosOp>)
-ROVANE_TRIG_MEMBER(Csc, ThenInv<SinOp>)
-ROVANE_TRIG_MEMBER(ArcSin, ArcSinOp)
-ROVANE_TRIG_MEMBER(ArcCos, ArcCosOp)
-ROVANE_TRIG_MEMBER(ArcTan, ArcTanOp)
-ROVANE_TRIG_MEMBER(ArcCot, InvThen<ArcTanOp>)
-ROVANE_TRIG_MEMBER(ArcSec, InvThen<ArcCosOp>)
-ROVANE_TRIG_MEMBER(ArcCsc, InvThen<ArcSinOp>)
-ROVANE_TRIG_MEMBER(Sinh, SinhOp)
-ROVANE_TRIG_MEMBER(Cosh, CoshOp)
-ROVANE_TRIG_MEMBER(Tanh, TanhOp)
-ROVANE_TRIG_MEMBER(Coth, ThenInv<TanhOp>)
-ROVANE_TRIG_MEMBER(Sech, ThenInv<CoshOp>)
-ROVANE_TRIG_MEMBER(Csch, ThenInv<SinhOp>)
-ROVANE_TRIG_MEMBER(ArcSinh, ArcSinhOp)
-ROVANE_TRIG_MEMBER(ArcCosh, ArcCoshOp)
-ROVANE_TRIG_MEMBER(ArcTanh, ArcTanhOp)
-ROVANE_TRIG_MEMBER(ArcCoth, InvThen<ArcTanhOp>)
-ROVANE_TRIG_MEMBER(ArcSech, InvThen<ArcCoshOp>)
-ROVANE_TRIG_MEMBER(ArcCsch, InvThen<ArcSinhOp>)
-ROVANE_TRIG_MEMBER(DegToRad, ScaleOp<PI180>)
-ROVANE_TRIG_MEMBER(RadToDeg, ScaleOp<INVPI180>)
-#undef ROVANE_TRIG_MEMBER
 
 // ---- SinCos and SinhCosh: Self is the source ----------------------------------
 TRovane& TRovane::SinCos(TRovane& sinX, TRovane& cosX) { return PairWhole<SinCosFn>(*this, sinX, cosX, kSinCosTexts); }
@@ -651,5 +621,8 @@ TRovane& TRovane::Expj(const TRovane& omega, int32_t omegaIndex, int32_t index, 
     if (len > 0) ExpjCore(omega, *this, len, index, omegaIndex);
     return *this;
 }
+
+// The forms of this family's rows of containers/members.tbl that name their core.
+#include "rovane/containers/generated/Trigonometric.defs.inc"
 
 }  // namespace rovane
