@@ -10,9 +10,9 @@ namespace rovane {
 
 using namespace frame;
 
-constinit bool VecConditionCheckDefault = true;
-constinit bool MtxConditionCheckDefault = true;
-constinit bool AssignCopiesValues = true;
+constinit std::atomic<bool> VecConditionCheckDefault{true};
+constinit std::atomic<bool> MtxConditionCheckDefault{true};
+constinit std::atomic<bool> AssignCopiesValues{true};
 
 namespace {
 
@@ -188,13 +188,24 @@ TRovane& TRovane::ExtendToComplex(bool zeros) {
 }
 
 TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros) {
-    if (&src == this) EInvalidArgumentRaise("TRovane.ExtendToComplex: Src = Self");
+    if (&src == this) EInvalidArgumentRaise("Self = Src");
     if (src.fComplex) return Copy(src);
     Size(src, true);
     return ExtendToComplex(src, zeros, 0, 0, fLength);
 }
 
 TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros, int32_t srcIndex, int32_t index, int32_t len) {
+    if (&src == this) EInvalidArgumentRaise("Self = Src");
+    // The ranges are checked as by ValidateParams; the widths may differ,
+    // since the values are converted on the way.
+    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(fLength) - index, INT32_MIN, INT32_MAX));
+    if (fConditionCheck) {
+        if (srcIndex < 0 || len < 0 || int64_t(srcIndex) + len > src.fLength)
+            ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", srcIndex, len,
+                                src.fLength);
+        if (index < 0 || int64_t(index) + len > fLength)
+            ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
+    }
     if (!fComplex) ExtendToComplex(true);
     if (len <= 0) return *this;
     ByWidth(fIsDouble, [&](auto f) {
@@ -205,12 +216,15 @@ TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros, int32_t srcInd
             using S = decltype(s);
             const S* p = Base<S>(src) + Offset<S>(src) + srcIndex;
             for (int32_t i = 0; i < len; ++i) {
-                F re;
-                if constexpr (IsComplex<S>)
-                    re = static_cast<F>(p[i].Re);
-                else
-                    re = static_cast<F>(p[i]);
-                dst[i] = C(re, zeros ? F(0) : re);
+                // A complex source is copied whole; a real one gives the real
+                // parts, and zero or the same value as imaginary parts.
+                if constexpr (IsComplex<S>) {
+                    const F re = static_cast<F>(p[i].Re), im = static_cast<F>(p[i].Im);
+                    dst[i] = C(re, im);
+                } else {
+                    const F re = static_cast<F>(p[i]);
+                    dst[i] = C(re, zeros ? F(0) : re);
+                }
             }
         });
     });

@@ -14,10 +14,10 @@ class TMtx;
 class TVecInt;
 
 // Defaults read by the constructors; set through the controller.
-ROVANE_API extern bool VecConditionCheckDefault;
-ROVANE_API extern bool MtxConditionCheckDefault;
+ROVANE_API extern std::atomic<bool> VecConditionCheckDefault;
+ROVANE_API extern std::atomic<bool> MtxConditionCheckDefault;
 // Whether Assign copies the values as well as the settings.
-ROVANE_API extern bool AssignCopiesValues;
+ROVANE_API extern std::atomic<bool> AssignCopiesValues;
 
 class ROVANE_API TRovane : public TRovaneSample {
 public:

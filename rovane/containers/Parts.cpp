@@ -517,6 +517,7 @@ TRovane& TRovane::Trunc(TIntegerArray& dst) {
 }
 
 TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst) {
+    RaiseIf(&truncDst == &fracDst, "TRovane.TruncAndFrac: TruncDst = FracDst");
     if (fConditionCheck) {
         RaiseIf(&truncDst == this, "TRovane.TruncAndFrac, TruncDst: X = Self");
         RaiseIf(&fracDst == this, "TRovane.TruncAndFrac, FracDst: X = Self");
@@ -528,6 +529,7 @@ TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst) {
 
 TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst, int32_t truncIndex, int32_t fracIndex,
                                int32_t index, int32_t len) {
+    RaiseIf(&truncDst == &fracDst, "TRovane.TruncAndFrac: TruncDst = FracDst");
     ValidateParams(truncDst, fracDst, truncIndex, fracIndex, index, len);
     if (fConditionCheck) {
         RaiseIf(fComplex != truncDst.fComplex, "TRovane.TruncAndFrac, Self.Complex <> TruncDst.Complex");
@@ -677,6 +679,8 @@ TRovane& TRovane::FixAngle(const TRovane& x, int32_t xIndex, int32_t index, int3
 // ---------------------------------------------------------------------------
 TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec) {
     RaiseIf(!fComplex, "TVec.CartToPolar: Not complex!");
+    RaiseIf(&ampltVec == this || &phaseVec == this, "TVec.CartToPolar: (Self = AmpltVec) or (Self = PhaseVec)");
+    RaiseIf(&ampltVec == &phaseVec, "TVec.CartToPolar: AmpltVec = PhaseVec");
     ampltVec.Size(*this, false);
     phaseVec.Size(*this, false);
     SplitCore<true>(*this, ampltVec, phaseVec, 0, 0, 0, fLength);
@@ -686,6 +690,8 @@ TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec) {
 TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec, int32_t ampltIndex, int32_t phaseIndex,
                               int32_t index, int32_t len) {
     RaiseIf(!fComplex, "TVec.CartToPolar: Not complex!");
+    RaiseIf(&ampltVec == this || &phaseVec == this, "TVec.CartToPolar: (Self = AmpltVec) or (Self = PhaseVec)");
+    RaiseIf(&ampltVec == &phaseVec, "TVec.CartToPolar: AmpltVec = PhaseVec");
     SplitRange<true>(*this, ampltVec, phaseVec, ampltIndex, phaseIndex, index, len, PolarTexts);
     return *this;
 }
@@ -704,6 +710,7 @@ TRovane& TRovane::PolarToCart(const TRovane& ampltVec, const TRovane& phaseVec, 
 TRovane& TRovane::CplxToReal(TRovane& reVec, TRovane& imVec) {
     RaiseIf(!fComplex, "Complex = False");
     RaiseIf(&reVec == this || &imVec == this, "(Self = ReVec) or (Self = ImVec)");
+    RaiseIf(&reVec == &imVec, "ReVec = ImVec");
     reVec.Size(*this, false);
     imVec.Size(*this, false);
     SplitCore<false>(*this, reVec, imVec, 0, 0, 0, fLength);
@@ -714,6 +721,7 @@ TRovane& TRovane::CplxToReal(TRovane& reVec, TRovane& imVec, int32_t reIndex, in
                              int32_t len) {
     RaiseIf(!fComplex, "Complex = False");
     RaiseIf(&reVec == this || &imVec == this, "(Self = ReVec) or (Self = ImVec)");
+    RaiseIf(&reVec == &imVec, "ReVec = ImVec");
     SplitRange<false>(*this, reVec, imVec, reIndex, imIndex, index, len, CplxTexts);
     return *this;
 }

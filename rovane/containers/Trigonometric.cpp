@@ -458,10 +458,12 @@ struct PairTexts {
     const char* rangeSecondIsSelf;  // null: left to the range validation
     const char* rangeFirstComplex;
     const char* rangeSecondComplex;
+    const char* bothOutputsSame;  // refused always: the second result would overwrite the first
 };
 
 template <template <class> class Fn>
 TRovane& PairWhole(TRovane& self, TRovane& d1, TRovane& d2, const PairTexts& t) {
+    if (&d1 == &d2) EInvalidArgumentRaise(t.bothOutputsSame);
     if (self.fConditionCheck) {
         if (self.fComplex) EInvalidArgumentRaise(t.wholeComplex);
         if (&d1 == &self) EInvalidArgumentRaise(t.wholeFirstIsSelf);
@@ -477,6 +479,7 @@ TRovane& PairWhole(TRovane& self, TRovane& d1, TRovane& d2, const PairTexts& t) 
 template <template <class> class Fn>
 TRovane& PairRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t d1Index, int32_t d2Index, int32_t index,
                    int32_t len, const PairTexts& t) {
+    if (&d1 == &d2) EInvalidArgumentRaise(t.bothOutputsSame);
     if (self.fConditionCheck) {
         if (self.fComplex) EInvalidArgumentRaise(t.rangeComplex);
         if (t.rangeFirstIsSelf && &d1 == &self) EInvalidArgumentRaise(t.rangeFirstIsSelf);
@@ -492,7 +495,8 @@ TRovane& PairRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t d1Index, int
 const PairTexts kSinCosTexts{"TRovane.SinCos: Complex = True", "TRovane.SinCos: Sinx = Self",
                              "TRovane.SinCos: Cosx = Self",    "TVec.SinCos: Complex = True",
                              "TVec.SinCos: Sinx = Self",       "TVec.SinCos: Cosx = Self",
-                             "TVec.SinCos: SinX.Complex",      "TVec.SinCos: CosX.Complex"};
+                             "TVec.SinCos: SinX.Complex",      "TVec.SinCos: CosX.Complex",
+                             "TRovane.SinCos: SinX = CosX"};
 const PairTexts kSinhCoshTexts{"TRovane.SinhCosh: Complex = True",
                                "TRovane.SinhCosh: SinhX = Self",
                                "TRovane.SinhCosh: CoshX = Self",
@@ -500,7 +504,8 @@ const PairTexts kSinhCoshTexts{"TRovane.SinhCosh: Complex = True",
                                nullptr,
                                nullptr,
                                "TVec.SinhCosh: SinhX.Complex = True",
-                               "TVec.SinhCosh: CoshX.Complex = True"};
+                               "TVec.SinhCosh: CoshX.Complex = True",
+                               "TRovane.SinhCosh: SinhX = CoshX"};
 
 // ---------------------------------------------------------------------------
 // ArcTan2 and Expj.

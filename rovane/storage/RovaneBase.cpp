@@ -11,7 +11,7 @@
 
 namespace rovane {
 
-constinit int32_t MaxSubrangeLevel = 4;
+constinit std::atomic<int32_t> MaxSubrangeLevel{4};
 
 namespace {
 // Range arithmetic runs in 64 bits, so that no index or length near the
@@ -272,7 +272,7 @@ void TRovaneBase::InternalSubRangeStackOp(int32_t& index, int32_t& len, TSubRang
     };
     if (op == srPush) {
         if (fSubRangeLevel == MaxSubrangeLevel)
-            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel);
+            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel.load());
         index = Narrow32(int64_t(index) + fSubRangeStack[fSubRangeLevel].Index);
         ++fSubRangeLevel;
         fSubRangeStack[fSubRangeLevel].Src = this;
@@ -305,7 +305,7 @@ void TRovaneBase::SetSubRangeInternal(TRovaneBase& src, int32_t index, int32_t l
         fSubRangeStack[0] = TSubRangeItem{index, len, &src};
     } else if (op == srPush) {
         if (fSubRangeLevel == MaxSubrangeLevel)
-            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel);
+            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel.load());
         ++fSubRangeLevel;
         fSubRangeStack[fSubRangeLevel] = TSubRangeItem{index, len, &src};
     } else {
@@ -364,7 +364,7 @@ void TRovaneBase::SetFullRangeLevel() {
 // Block processing.
 // ---------------------------------------------------------------------------
 void TRovaneBase::BlockInit(int32_t size) {
-    BlockSize = size < 1 ? RovaneBlockSize : size;
+    BlockSize = size < 1 ? RovaneBlockSize.load() : size;
     if (BlockLevel != 0) return;
     BlockSrc = nullptr;
     const int32_t start = BlockI * BlockSize;
@@ -377,7 +377,7 @@ void TRovaneBase::BlockInit(int32_t size) {
 }
 
 void TRovaneBase::BlockInit(TRovaneBase& src, int32_t size) {
-    BlockSize = size < 1 ? RovaneBlockSize : size;
+    BlockSize = size < 1 ? RovaneBlockSize.load() : size;
     if (BlockLevel != 0) return;
     BlockSrc = &src;
     const int32_t start = BlockI * BlockSize;

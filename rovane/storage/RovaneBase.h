@@ -37,7 +37,7 @@ private:
 };
 
 // Deepest sub-range level; the stack has entries 0 to MaxSubrangeLevel.
-ROVANE_API extern int32_t MaxSubrangeLevel;
+ROVANE_API extern std::atomic<int32_t> MaxSubrangeLevel;
 
 // Byte size above which AllocateMemory routes a block to GlobalAllocUnmanaged.
 inline constexpr int64_t LargeBlockBytes = 262144;
