@@ -8,6 +8,11 @@
 
 namespace rovane {
 
+namespace detail {
+template <class I>
+I RoundSaturate(double v, TRounding rounding);  // containers/IntCopies.cpp
+}
+
 using namespace frame;
 
 constinit std::atomic<bool> VecConditionCheckDefault{true};
@@ -426,7 +431,7 @@ template <class T>
 void TRovane::CopyToArrayT(TArray<T>& dst, TRounding rounding, int32_t dstIndex, int32_t index, int32_t len) const {
     ValidateParams(index, len);
     const int32_t count = IsComplexElement<T> || !fComplex ? len : 2 * len;
-    if (fConditionCheck && (dstIndex < 0 || dstIndex + count > dst.Length()))
+    if (fConditionCheck && (dstIndex < 0 || int64_t(dstIndex) + count > dst.Length()))
         ERangeErrorRaiseFmt("CopyToArray: (DstIndex + Len) > Dst.Length, (%d + %d) > %d", dstIndex, count,
                             dst.Length());
     if (count <= 0) return;
@@ -443,8 +448,7 @@ void TRovane::CopyToArrayT(TArray<T>& dst, TRounding rounding, int32_t dstIndex,
                 if constexpr (std::is_floating_point_v<T>) {
                     dst[dstIndex + i] = static_cast<T>(p[i]);
                 } else {
-                    const double v = rounding == rnRound ? std::nearbyint(double(p[i])) : std::trunc(double(p[i]));
-                    dst[dstIndex + i] = static_cast<T>(v);
+                    dst[dstIndex + i] = detail::RoundSaturate<T>(double(p[i]), rounding);
                 }
             }
         });

@@ -12,6 +12,7 @@ namespace rovane {
 class TVec;
 class TMtx;
 class TVecInt;
+class TRovaneInt;
 
 // Defaults read by the constructors; set through the controller.
 ROVANE_API extern std::atomic<bool> VecConditionCheckDefault;
@@ -118,6 +119,11 @@ public:
     TRovane& CopyTo(TRovane& dst) const;
     TRovane& CopyTo(TRovane& dst, TMtxFloatPrecision precision) const;
     TRovane& CopyTo(TRovane& dst, int32_t dstIndex, int32_t index, int32_t len) const;
+    // To an integer vector or matrix, rounded as asked and saturated at the
+    // width's limits (a NaN gives 0); complex data go interleaved, two
+    // integers an element. Returns Dst.
+    TRovaneInt& CopyTo(TRovaneInt& dst, TRounding rounding) const;
+    TRovaneInt& CopyTo(TRovaneInt& dst, TRounding rounding, int32_t dstIndex, int32_t index, int32_t len) const;
     double First() const;
     TCplx Firstc() const;
     double Last() const;

@@ -54,6 +54,9 @@ TRovaneInt& TRovaneInt::Size(int32_t aLength, TIntPrecision precision) {
     const int64_t bytes = (int64_t(aLength) * WidthOf(precision) + 15) / 16 * 16;
     if (!(fCacheIndex >= 0 && fActualSizeInBytes == CacheLengthInBytes() && bytes <= CacheLengthInBytes()))
         setActualSize(bytes);
+    // A change of width may keep the block (the same byte size): the base
+    // views follow the new width either way.
+    SetBaseView(ValuesPointer);
     HookPointers();
     WriteHeader(fLength);
     FireOnSetSize();

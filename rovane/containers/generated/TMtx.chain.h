@@ -15,6 +15,18 @@ TMtx& Copy(const TRovane& vec, TMtxFloatPrecision precision) {
     TRovane::Copy(vec, precision);
     return *this;
 }
+TMtx& Copy(const TRovaneInt& src) {
+    TRovane::Copy(src);
+    return *this;
+}
+TMtx& Copy(const TRovaneInt& src, TMtxFloatPrecision precision) {
+    TRovane::Copy(src, precision);
+    return *this;
+}
+TMtx& Copy(const TRovaneInt& src, int32_t srcIndex, int32_t index, int32_t len) {
+    TRovane::Copy(src, srcIndex, index, len);
+    return *this;
+}
 
 // ---- complexity ----
 TMtx& ExtendToComplex(bool zeros = true) {

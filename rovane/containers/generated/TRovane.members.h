@@ -5,6 +5,12 @@
 TRovane& Copy(const TRovane& vec);
 TRovane& Copy(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
 TRovane& Copy(const TRovane& vec, TMtxFloatPrecision precision);
+// From an integer vector or matrix: the integers exactly, into the real
+// parts of complex data. The whole forms size Self like Src (in Self's
+// width, or the precision given).
+TRovane& Copy(const TRovaneInt& src);
+TRovane& Copy(const TRovaneInt& src, TMtxFloatPrecision precision);
+TRovane& Copy(const TRovaneInt& src, int32_t srcIndex, int32_t index, int32_t len);
 
 // ---- complexity ----
 TRovane& ExtendToComplex(bool zeros = true);
