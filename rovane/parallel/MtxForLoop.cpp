@@ -380,6 +380,9 @@ void TMtxForLoop::CreateWorkers(int32_t count) {
             auto t = std::make_unique<TLoopThread>(this, i);
             t->OnExecute = [this](TMtxThreadInternal& thread) { DoExecute(static_cast<TLoopThread&>(thread)); };
             t->Start();
+            // Named and prioritised from here: the worker reads nothing
+            // that a setter of this object may be writing.
+            t->SetName(FNameOfThreadSet, std::to_string(i));
             t->SetPriority(FPriority, fBaseNice);
             ThreadList.push_back(std::move(t));
         }
@@ -466,7 +469,6 @@ void TMtxForLoop::DoExecute(TLoopThread& t) {
         if (Controller) Controller->UnMarkThread();
     } catch (...) {
     }
-    t.SetName(FNameOfThreadSet, std::to_string(t.ThreadIndex));
     InstallRovaneFPState();
     for (;;) {
         t.StartEvent().WaitOr([&] { return Shutdown.load(); });
