@@ -246,6 +246,22 @@ TEST_F(Loop, ProgressWhileAGreedyJobRuns) {
     EXPECT_GT(loop.LoopRunningTime(), 0.0);
 }
 
+TEST_F(Loop, WaitingWithMessagesCallsTheHookBetweenRounds) {
+    TMtxForLoop loop;
+    loop.SetThreadCount(2);
+    int pumped = 0;  // called on this thread only
+    loop.SetOnProcessMessages([&] { ++pumped; });
+    loop.SetOnForLoopRangeAnn([](int32_t, int32_t, TLoopContext, int32_t) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(90));
+    });
+    loop.SetThreadingMode(tmForLoop);
+    loop.Start();
+    loop.WaitForProcessingFinish(true);
+    EXPECT_TRUE(loop.IsProcessingFinished());
+    EXPECT_GE(pumped, 2);  // rounds of 20 ms
+    EXPECT_LT(pumped, 100);  // waits between calls, never spins
+}
+
 TEST_F(Loop, GreedyCancelRepeatsNothing) {
     TMtxForLoop loop;
     loop.SetThreadCount(3);
