@@ -11,3 +11,4 @@
 #include "rovane/containers/AbstractRovane.h"
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/parallel/MtxForLoop.h"
