@@ -10,3 +10,4 @@
 #include "rovane/containers/AbstractRovane.h"
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/methods/RndGenerators.h"
