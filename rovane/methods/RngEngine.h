@@ -17,6 +17,8 @@
 #include <string>
 #include <vector>
 
+#include "rovane/scalars/Export.h"
+
 namespace rovane::rng {
 
 enum : int {
@@ -129,10 +131,10 @@ int NewEngine(int32_t code, const uint32_t* seeds, int nseeds, std::unique_ptr<E
 
 // The block functions of the counter-based generators, exposed for the tests
 // of the portable AES round against the processor's instruction.
-void Philox4x32x10(const uint32_t ctr[4], const uint32_t key[2], uint32_t out[4]);
-void Ars5Portable(const uint32_t ctr[4], const uint32_t key[4], uint32_t out[4]);
-bool Ars5Hardware(const uint32_t ctr[4], const uint32_t key[4], uint32_t out[4]);  // false without AES-NI
-bool CpuHasAes();
+ROVANE_API void Philox4x32x10(const uint32_t ctr[4], const uint32_t key[2], uint32_t out[4]);
+ROVANE_API void Ars5Portable(const uint32_t ctr[4], const uint32_t key[4], uint32_t out[4]);
+ROVANE_API bool Ars5Hardware(const uint32_t ctr[4], const uint32_t key[4], uint32_t out[4]);  // false without AES-NI
+ROVANE_API bool CpuHasAes();
 
 // Largest dimension of the quasi-random generators.
 constexpr int kSobolMaxDim = 21;
