@@ -343,27 +343,38 @@ Mat3 MatPow(Mat3 a, uint64_t n, uint64_t m) {
 }
 void MatVec(const Mat3& a, double s[3], uint64_t m) {
     uint64_t v[3];
-    for (int i = 0; i < 3; ++i) {
-        unsigned __int128 t = 0;
-        for (int k = 0; k < 3; ++k) t += (unsigned __int128)a[i][k] * uint64_t(s[k]);
-        v[i] = uint64_t(t % m);
+    for (int i = 0; i < 3; ++i) {  // entries and state below 2^32: products fit 64 bits
+        uint64_t t = 0;
+        for (int k = 0; k < 3; ++k) t += a[i][k] * uint64_t(s[k]) % m;
+        v[i] = t % m;
     }
     for (int i = 0; i < 3; ++i) s[i] = double(v[i]);
 }
 
 constexpr double kM1 = 4294967087.0, kM2 = 4294944443.0;
-constexpr int kLanes = 16, kLaneLen = 64;
+constexpr int kLanes = 16, kLaneLen = 512;
+constexpr double kInvM1 = 1.0 / kM1, kInvM2 = 1.0 / kM2;
+
+// p mod m for an integer p with |p| < 2^53 held in a double. The quotient is
+// rounded to the nearest integer by the 1.5 * 2^52 shift (no library call, so
+// the lanes vectorise); the remainder then lies within (-m, m) and one
+// correction each way brings it into [0, m).
+inline double Mod(double p, double m, double inv) {
+    const double k = (p * inv + 0x1.8p52) - 0x1.8p52;
+    double r = p - k * m;
+    r += r < 0 ? m : 0.0;
+    r -= r >= m ? m : 0.0;
+    return r;
+}
 
 // Lanes of MRG32k3a: s1[k][j], s2[k][j] hold x_{n-3+k}, y_{n-3+k} of lane j.
-// Writes out[j * kLaneLen + t] for t < kLaneLen.
+// Writes step t of lane j to out[t * kLanes + j].
 __attribute__((target_clones("avx512f", "avx2", "default"))) void MrgLanes(double (*s1)[kLanes],
                                                                             double (*s2)[kLanes], double* out) {
     for (int t = 0; t < kLaneLen; ++t) {
         for (int j = 0; j < kLanes; ++j) {
-            double p1 = 1403580.0 * s1[1][j] - 810728.0 * s1[0][j];
-            p1 -= std::floor(p1 / kM1) * kM1;
-            double p2 = 527612.0 * s2[2][j] - 1370589.0 * s2[0][j];
-            p2 -= std::floor(p2 / kM2) * kM2;
+            const double p1 = Mod(1403580.0 * s1[1][j] - 810728.0 * s1[0][j], kM1, kInvM1);
+            const double p2 = Mod(527612.0 * s2[2][j] - 1370589.0 * s2[0][j], kM2, kInvM2);
             s1[0][j] = s1[1][j];
             s1[1][j] = s1[2][j];
             s1[2][j] = p1;
@@ -372,14 +383,15 @@ __attribute__((target_clones("avx512f", "avx2", "default"))) void MrgLanes(doubl
             s2[2][j] = p2;
             double z = p1 - p2;
             z += z < 0 ? kM1 : 0.0;
-            out[j * kLaneLen + t] = z;
+            out[t * kLanes + j] = z;
         }
     }
 }
 
 class MRG32k3a final : public Engine {
 public:
-    MRG32k3a(const uint32_t* s, int ns) : Engine(kMRG32K3A) {
+    static constexpr int kBlockLen = kLanes * kLaneLen;
+    MRG32k3a(const uint32_t* s, int ns) : Engine(kMRG32K3A), fOut(new double[kBlockLen]) {
         const uint32_t def[6] = {ns > 0 ? s[0] : 1u, 1, 1, 1, 1, 1};
         const uint32_t* v = ns >= 6 ? s : def;
         for (int k = 0; k < 3; ++k) {
@@ -388,58 +400,64 @@ public:
         }
         if (fS1[0] == 0 && fS1[1] == 0 && fS1[2] == 0) fS1[0] = 1;
         if (fS2[0] == 0 && fS2[1] == 0 && fS2[2] == 0) fS2[0] = 1;
+        Generate();
+    }
+    MRG32k3a(const MRG32k3a& o) : Engine(o), fIdx(o.fIdx), fOut(new double[kBlockLen]) {
+        std::copy(o.fS1, o.fS1 + 3, fS1);
+        std::copy(o.fS2, o.fS2 + 3, fS2);
+        std::copy(o.fOut.get(), o.fOut.get() + kBlockLen, fOut.get());
     }
     std::unique_ptr<Engine> Clone() const override { return std::make_unique<MRG32k3a>(*this); }
-    double NextZ() {
-        double p1 = 1403580.0 * fS1[1] - 810728.0 * fS1[0];
-        p1 -= std::floor(p1 / kM1) * kM1;
-        double p2 = 527612.0 * fS2[2] - 1370589.0 * fS2[0];
-        p2 -= std::floor(p2 / kM2) * kM2;
-        fS1[0] = fS1[1];
-        fS1[1] = fS1[2];
-        fS1[2] = p1;
-        fS2[0] = fS2[1];
-        fS2[1] = fS2[2];
-        fS2[2] = p2;
-        const double z = p1 - p2;
-        return z < 0 ? z + kM1 : z;
+    static Mat3 A1() { return Mat3{{{0, 1, 0}, {0, 0, 1}, {uint64_t(kM1) - 810728, 1403580, 0}}}; }
+    static Mat3 A2() { return Mat3{{{0, 1, 0}, {0, 0, 1}, {uint64_t(kM2) - 1370589, 0, 527612}}}; }
+
+    // z of the block that starts at state (fS1, fS2): lane j covers the
+    // elements j * kLaneLen .. (j + 1) * kLaneLen - 1, started by a jump.
+    void Generate() {
+        static const Mat3 J1 = MatPow(A1(), kLaneLen, uint64_t(kM1));
+        static const Mat3 J2 = MatPow(A2(), kLaneLen, uint64_t(kM2));
+        double s1[3][kLanes], s2[3][kLanes];
+        double a[3] = {fS1[0], fS1[1], fS1[2]}, b[3] = {fS2[0], fS2[1], fS2[2]};
+        for (int j = 0; j < kLanes; ++j) {
+            for (int k = 0; k < 3; ++k) {
+                s1[k][j] = a[k];
+                s2[k][j] = b[k];
+            }
+            if (j + 1 < kLanes) {
+                MatVec(J1, a, uint64_t(kM1));
+                MatVec(J2, b, uint64_t(kM2));
+            }
+        }
+        MrgLanes(s1, s2, fTile.get());
+        double* o = fOut.get();
+        const double* tile = fTile.get();
+        for (int j = 0; j < kLanes; ++j)
+            for (int t = 0; t < kLaneLen; ++t) o[j * kLaneLen + t] = tile[t * kLanes + j];
+        fIdx = 0;
+    }
+    // The next block: its start is the end of the last lane.
+    void Advance() {
+        static const Mat3 B1 = MatPow(A1(), kBlockLen, uint64_t(kM1));
+        static const Mat3 B2 = MatPow(A2(), kBlockLen, uint64_t(kM2));
+        MatVec(B1, fS1, uint64_t(kM1));
+        MatVec(B2, fS2, uint64_t(kM2));
+        Generate();
     }
     template <class F>
     void Run(int64_t n, F&& put) {
-        int64_t i = 0;
-        if (n >= kLanes * kLaneLen) {
-            static const Mat3 J1 = MatPow(A1(), kLaneLen, uint64_t(kM1));
-            static const Mat3 J2 = MatPow(A2(), kLaneLen, uint64_t(kM2));
-            double s1[3][kLanes], s2[3][kLanes], z[kLanes * kLaneLen];
-            for (; i + kLanes * kLaneLen <= n; i += kLanes * kLaneLen) {
-                double a[3] = {fS1[0], fS1[1], fS1[2]}, b[3] = {fS2[0], fS2[1], fS2[2]};
-                for (int j = 0; j < kLanes; ++j) {
-                    for (int k = 0; k < 3; ++k) {
-                        s1[k][j] = a[k];
-                        s2[k][j] = b[k];
-                    }
-                    MatVec(J1, a, uint64_t(kM1));
-                    MatVec(J2, b, uint64_t(kM2));
-                }
-                MrgLanes(s1, s2, z);
-                for (int k = 0; k < 3; ++k) {
-                    fS1[k] = a[k];
-                    fS2[k] = b[k];
-                }
-                put(i, z, kLanes * kLaneLen);
-            }
-        }
-        double z[kChunk];
-        while (i < n) {
-            const int m = int(std::min<int64_t>(n - i, kChunk));
-            for (int k = 0; k < m; ++k) z[k] = NextZ();
-            put(i, z, m);
-            i += m;
+        int64_t at = 0;
+        while (n > 0) {
+            if (fIdx == kBlockLen) Advance();
+            const int m = int(std::min<int64_t>(n, kBlockLen - fIdx));
+            put(at, fOut.get() + fIdx, m);
+            fIdx += m;
+            at += m;
+            n -= m;
         }
     }
     int Uniform(double* r, int64_t n) override {
         Run(n, [r](int64_t at, const double* z, int m) {
-            for (int k = 0; k < m; ++k) r[at + k] = z[k] / kM1;
+            for (int k = 0; k < m; ++k) r[at + k] = z[k] * (1.0 / kM1);
         });
         return kOk;
     }
@@ -450,20 +468,21 @@ public:
         return kOk;
     }
     double HalfStep() const override { return 0.5 / kM1; }
-    static Mat3 A1() {
-        return Mat3{{{0, 1, 0}, {0, 0, 1}, {uint64_t(kM1) - 810728, 1403580, 0}}};
-    }
-    static Mat3 A2() {
-        return Mat3{{{0, 1, 0}, {0, 0, 1}, {uint64_t(kM2) - 1370589, 0, 527612}}};
-    }
     int Skip(uint64_t n) override {
-        MatVec(MatPow(A1(), n, uint64_t(kM1)), fS1, uint64_t(kM1));
-        MatVec(MatPow(A2(), n, uint64_t(kM2)), fS2, uint64_t(kM2));
+        const unsigned __int128 t = (unsigned __int128)fIdx + n;
+        const uint64_t blocks = uint64_t(t / kBlockLen);
+        if (blocks > 0) {
+            MatVec(MatPow(MatPow(A1(), kBlockLen, uint64_t(kM1)), blocks, uint64_t(kM1)), fS1, uint64_t(kM1));
+            MatVec(MatPow(MatPow(A2(), kBlockLen, uint64_t(kM2)), blocks, uint64_t(kM2)), fS2, uint64_t(kM2));
+            Generate();
+        }
+        fIdx = int(t % kBlockLen);
         return kOk;
     }
     void Save(StateWriter& w) const override {
         for (int k = 0; k < 3; ++k) w.U64(uint64_t(fS1[k]));
         for (int k = 0; k < 3; ++k) w.U64(uint64_t(fS2[k]));
+        w.U32(uint32_t(fIdx));
     }
     bool Load(StateReader& r) override {
         bool good = true;
@@ -477,11 +496,17 @@ public:
             good = good && v < uint64_t(kM2);
             fS2[k] = double(v);
         }
-        return r.ok && good;
+        const uint32_t idx = r.U32();
+        if (!r.ok || !good || idx > uint32_t(kBlockLen)) return false;
+        Generate();
+        fIdx = int(idx);
+        return true;
     }
 
 private:
-    double fS1[3], fS2[3];
+    double fS1[3], fS2[3];  // state at the start of the block in fOut
+    int fIdx = 0;           // next element of the block
+    std::unique_ptr<double[]> fOut, fTile{new double[kBlockLen]};
 };
 
 // ---------------------------------------------------------------------------
@@ -803,6 +828,70 @@ __attribute__((target_clones("avx512f", "avx2", "default"))) void PhiloxLanes(ui
     }
 }
 
+// AVX-512: the 16 blocks of a group in four registers of 16 words, the
+// 32 x 32 -> 64-bit products of even and odd lanes merged back, and the
+// result transposed into block order. Groups whose 16 counters would carry
+// out of the low counter word go through the scalar function.
+// g++ 12 flags the undefined upper halves inside the intrinsics' own headers.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+__attribute__((target("avx512f"))) void PhiloxAvx512(uint64_t lo, uint64_t hi, int64_t nb, uint32_t k0, uint32_t k1,
+                                                     uint32_t* out) {
+    const __m512i m0 = _mm512_set1_epi64(kPhM0), m1 = _mm512_set1_epi64(kPhM1);
+    const __m512i idx = _mm512_set_epi32(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0);
+    int64_t g = 0;
+    for (; g + 16 <= nb; g += 16) {
+        const uint64_t c = lo + uint64_t(g), h = hi + (c < lo ? 1 : 0);
+        uint32_t* o = out + 4 * g;
+        if (uint32_t(c) > 0xFFFFFFFFu - 15) {
+            for (int l = 0; l < 16; ++l) {
+                const uint64_t cl = c + uint64_t(l), hl = h + (cl < c ? 1 : 0);
+                const uint32_t ctr[4] = {uint32_t(cl), uint32_t(cl >> 32), uint32_t(hl), uint32_t(hl >> 32)};
+                const uint32_t key[2] = {k0, k1};
+                Philox4x32x10(ctr, key, o + 4 * l);
+            }
+            continue;
+        }
+        __m512i c0 = _mm512_add_epi32(_mm512_set1_epi32(int(uint32_t(c))), idx);
+        __m512i c1 = _mm512_set1_epi32(int(uint32_t(c >> 32)));
+        __m512i c2 = _mm512_set1_epi32(int(uint32_t(h)));
+        __m512i c3 = _mm512_set1_epi32(int(uint32_t(h >> 32)));
+        uint32_t a = k0, b = k1;
+        for (int r = 0; r < 10; ++r) {
+            const __m512i ka = _mm512_set1_epi32(int(a)), kb = _mm512_set1_epi32(int(b));
+            const __m512i pe0 = _mm512_mul_epu32(c0, m0), po0 = _mm512_mul_epu32(_mm512_srli_epi64(c0, 32), m0);
+            const __m512i pe1 = _mm512_mul_epu32(c2, m1), po1 = _mm512_mul_epu32(_mm512_srli_epi64(c2, 32), m1);
+            const __m512i hi0 = _mm512_mask_blend_epi32(0xAAAA, _mm512_srli_epi64(pe0, 32), po0);
+            const __m512i lo0 = _mm512_mask_blend_epi32(0xAAAA, pe0, _mm512_slli_epi64(po0, 32));
+            const __m512i hi1 = _mm512_mask_blend_epi32(0xAAAA, _mm512_srli_epi64(pe1, 32), po1);
+            const __m512i lo1 = _mm512_mask_blend_epi32(0xAAAA, pe1, _mm512_slli_epi64(po1, 32));
+            c0 = _mm512_ternarylogic_epi32(hi1, c1, ka, 0x96);
+            c2 = _mm512_ternarylogic_epi32(hi0, c3, kb, 0x96);
+            c1 = lo1;
+            c3 = lo0;
+            a += kPhW0;
+            b += kPhW1;
+        }
+        const __m512i t0 = _mm512_unpacklo_epi32(c0, c1), t1 = _mm512_unpackhi_epi32(c0, c1);
+        const __m512i t2 = _mm512_unpacklo_epi32(c2, c3), t3 = _mm512_unpackhi_epi32(c2, c3);
+        const __m512i u0 = _mm512_unpacklo_epi64(t0, t2), u1 = _mm512_unpackhi_epi64(t0, t2);
+        const __m512i u2 = _mm512_unpacklo_epi64(t1, t3), u3 = _mm512_unpackhi_epi64(t1, t3);
+        const __m512i v0 = _mm512_shuffle_i64x2(u0, u1, 0x44), v1 = _mm512_shuffle_i64x2(u2, u3, 0x44);
+        const __m512i v2 = _mm512_shuffle_i64x2(u0, u1, 0xEE), v3 = _mm512_shuffle_i64x2(u2, u3, 0xEE);
+        _mm512_storeu_si512(o, _mm512_shuffle_i64x2(v0, v1, 0x88));
+        _mm512_storeu_si512(o + 16, _mm512_shuffle_i64x2(v0, v1, 0xDD));
+        _mm512_storeu_si512(o + 32, _mm512_shuffle_i64x2(v2, v3, 0x88));
+        _mm512_storeu_si512(o + 48, _mm512_shuffle_i64x2(v2, v3, 0xDD));
+    }
+    if (g < nb) PhiloxLanes(lo + uint64_t(g), hi + (lo + uint64_t(g) < lo ? 1 : 0), nb - g, k0, k1, out + 4 * g);
+}
+#pragma GCC diagnostic pop
+
+bool CpuHasAvx512() {
+    static const bool has = __builtin_cpu_supports("avx512f");
+    return has;
+}
+
 class Philox final : public CounterEngine {
 public:
     explicit Philox(const uint32_t* s, int ns) : CounterEngine(kPHILOX4X32X10) {
@@ -811,7 +900,10 @@ public:
     }
     std::unique_ptr<Engine> Clone() const override { return std::make_unique<Philox>(*this); }
     void Blocks(uint64_t lo, uint64_t hi, int64_t nb, uint32_t* out) const override {
-        PhiloxLanes(lo, hi, nb, fKey[0], fKey[1], out);
+        if (CpuHasAvx512())
+            PhiloxAvx512(lo, hi, nb, fKey[0], fKey[1], out);
+        else
+            PhiloxLanes(lo, hi, nb, fKey[0], fKey[1], out);
     }
     void Save(StateWriter& w) const override {
         w.U32(fKey[0]);
