@@ -3,6 +3,7 @@
 // Philox4x32-10, ARS-5 and the processor's non-deterministic source. The
 // quasi-random ones live in RngQuasi.cpp.
 #include "rovane/methods/RngEngine.h"
+#include "rovane/methods/RngJump.h"
 
 #include <cpuid.h>
 #include <emmintrin.h>
@@ -59,6 +60,8 @@ int UniformFromBits(E& e, double* r, int64_t n) {
 // characteristic polynomial of thousands of degrees. About a nanosecond per
 // element; counts beyond 2^36 are refused rather than run for minutes.
 constexpr uint64_t kMaxWalk = uint64_t(1) << 36;
+// MT19937 and SFMT19937 walk shorter distances and jump by polynomial beyond.
+constexpr uint64_t kJumpFrom = uint64_t(1) << 22;
 int WalkSkip(Engine& e, uint64_t n) {
     if (n > kMaxWalk) return kErrSkipUnsupported;
     uint32_t buf[kChunk];
@@ -531,13 +534,16 @@ public:
         for (int i = 0; i < N - M; ++i) mt[i] = Mix(mt[i], mt[i + 1], mt[i + M]);
         for (int i = N - M; i < N - 1; ++i) mt[i] = Mix(mt[i], mt[i + 1], mt[i + M - N]);
         mt[N - 1] = Mix(mt[N - 1], mt[0], mt[M - 1]);
+        Temper();
+    }
+    void Temper() {
         for (int i = 0; i < N; ++i) {
-            uint32_t y = mt[i];
+            uint32_t y = fMt[size_t(i)];
             y ^= y >> 11;
             y ^= (y << 7) & 0x9D2C5680u;
             y ^= (y << 15) & 0xEFC60000u;
             y ^= y >> 18;
-            fOut[i] = y;
+            fOut[size_t(i)] = y;
         }
         fIdx = 0;
     }
@@ -564,8 +570,42 @@ public:
         return kOk;
     }
     bool Full32() const override { return true; }
+    // The 624 words from the next output on, and one step of the recurrence.
+    struct Window {
+        uint32_t w[N];
+        int h = 0;
+        void Clear() { std::fill(w, w + N, 0u); }
+        void Step() {
+            const int h1 = h + 1 == N ? 0 : h + 1, hm = h + M < N ? h + M : h + M - N;
+            w[h] = Mix(w[h], w[h1], w[hm]);
+            h = h1;
+        }
+        void Xor(const Window& o) {
+            for (int k = 0, i = h, j = o.h; k < N; ++k) {
+                w[i] ^= o.w[j];
+                if (++i == N) i = 0;
+                if (++j == N) j = 0;
+            }
+        }
+        int Bit0() const { return int(w[h] & 1u); }
+    };
     int Skip(uint64_t n) override {
-        if (n > kMaxWalk) return kErrSkipUnsupported;
+        if (n > kJumpFrom) {
+            static const jump::Poly poly = jump::StepPolynomial<Window>(
+                [](Window& w) {
+                    uint64_t x = 0x9E3779B97F4A7C15ull;
+                    for (uint32_t& v : w.w) v = uint32_t((x = x * 6364136223846793005ull + 1442695040888963407ull) >> 32);
+                },
+                N * 32);
+            Window win;
+            std::copy(fMt.begin(), fMt.end(), win.w);
+            for (int i = 0; i < fIdx; ++i) win.Step();
+            const Window to = jump::Apply(jump::PowModT(n, poly), win);
+            for (int k = 0; k < N; ++k) fMt[size_t(k)] = to.w[(to.h + k) % N];
+            Temper();
+            fIdx = 0;
+            return kOk;
+        }
         while (n > 0) {
             if (fIdx >= N) Twist();
             const uint64_t m = std::min<uint64_t>(n, uint64_t(N - fIdx));
@@ -626,14 +666,9 @@ public:
     }
     void GenAll() {
         __m128i* s = reinterpret_cast<__m128i*>(fState.data());
-        const __m128i mask = _mm_set_epi32(int(kMsk[3]), int(kMsk[2]), int(kMsk[1]), int(kMsk[0]));
         __m128i r1 = _mm_load_si128(s + N - 2), r2 = _mm_load_si128(s + N - 1);
         auto rec = [&](int i, int j) {
-            const __m128i a = _mm_load_si128(s + i), b = _mm_load_si128(s + j);
-            __m128i r = _mm_xor_si128(a, _mm_slli_si128(a, 1));
-            r = _mm_xor_si128(r, _mm_and_si128(_mm_srli_epi32(b, SR1), mask));
-            r = _mm_xor_si128(r, _mm_srli_si128(r1, 1));
-            r = _mm_xor_si128(r, _mm_slli_epi32(r2, SL1));
+            const __m128i r = Rec(_mm_load_si128(s + i), _mm_load_si128(s + j), r1, r2);
             _mm_store_si128(s + i, r);
             r1 = r2;
             r2 = r;
@@ -666,8 +701,57 @@ public:
         return kOk;
     }
     bool Full32() const override { return true; }
+    static __m128i Rec(__m128i a, __m128i b, __m128i r1, __m128i r2) {
+        const __m128i mask = _mm_set_epi32(int(kMsk[3]), int(kMsk[2]), int(kMsk[1]), int(kMsk[0]));
+        __m128i r = _mm_xor_si128(a, _mm_slli_si128(a, 1));
+        r = _mm_xor_si128(r, _mm_and_si128(_mm_srli_epi32(b, SR1), mask));
+        r = _mm_xor_si128(r, _mm_srli_si128(r1, 1));
+        return _mm_xor_si128(r, _mm_slli_epi32(r2, SL1));
+    }
+    // The 156 words of 128 bits from the next output on; one step makes one
+    // word, four elements.
+    struct Window {
+        alignas(16) uint32_t w[N][4];
+        int h = 0;
+        void Clear() { std::fill(&w[0][0], &w[0][0] + 4 * N, 0u); }
+        __m128i At(int k) const { return _mm_load_si128(reinterpret_cast<const __m128i*>(w[k])); }
+        void Step() {
+            auto at = [this](int k) { return At(h + k < N ? h + k : h + k - N); };
+            const __m128i r = Rec(At(h), at(POS1), at(N - 2), at(N - 1));
+            _mm_store_si128(reinterpret_cast<__m128i*>(w[h]), r);
+            h = h + 1 == N ? 0 : h + 1;
+        }
+        void Xor(const Window& o) {
+            for (int k = 0, i = h, j = o.h; k < N; ++k) {
+                for (int q = 0; q < 4; ++q) w[i][q] ^= o.w[j][q];
+                if (++i == N) i = 0;
+                if (++j == N) j = 0;
+            }
+        }
+        int Bit0() const { return int(w[h][0] & 1u); }
+    };
     int Skip(uint64_t n) override {
-        if (n > kMaxWalk) return kErrSkipUnsupported;
+        uint32_t drop[4];
+        if (n > kJumpFrom) {
+            if (fIdx >= N32) GenAll();
+            const int lead = (4 - (fIdx & 3)) & 3;  // to a word boundary
+            Bits(drop, lead);
+            n -= uint64_t(lead);
+            static const jump::Poly poly = jump::StepPolynomial<Window>(
+                [](Window& w) {
+                    uint64_t x = 0xD1B54A32D192ED03ull;
+                    for (int k = 0; k < N; ++k)
+                        for (uint32_t& v : w.w[k]) v = uint32_t((x = x * 6364136223846793005ull + 1442695040888963407ull) >> 32);
+                },
+                N32 * 32);
+            Window win;
+            std::memcpy(win.w, fState.data(), sizeof win.w);
+            for (int i = 0; i < fIdx / 4; ++i) win.Step();
+            const Window to = jump::Apply(jump::PowModT(n / 4, poly), win);
+            for (int k = 0; k < N; ++k) std::memcpy(fState.data() + 4 * k, to.w[(to.h + k) % N], 16);
+            fIdx = 0;
+            n %= 4;
+        }
         while (n > 0) {
             if (fIdx >= N32) GenAll();
             const uint64_t m = std::min<uint64_t>(n, uint64_t(N32 - fIdx));

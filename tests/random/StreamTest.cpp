@@ -140,9 +140,9 @@ TEST(RngStream, SkipAheadEqualsDrawingAndRefusals) {
             EXPECT_EQ(Draw(b, 5), std::vector<double>(all.begin() + skip, all.end())) << kind << " " << skip;
         }
     }
-    TRngStream mt;
-    mt.NewStream(RngCode(rgMT19937), 1);
-    EXPECT_EQ(Message([&] { mt.SkipAhead(int64_t(1) << 40); }), "BRNG does not support the Skip-Ahead method.");
+    TRngStream r250;
+    r250.NewStream(RngCode(rgR250), 1);
+    EXPECT_EQ(Message([&] { r250.SkipAhead(int64_t(1) << 40); }), "BRNG does not support the Skip-Ahead method.");
     TRngStream sob;
     sob.NewStream(RngCode(rgSOBOL), 2);
     EXPECT_EQ(Message([&] { sob.SkipAhead(int64_t(2) << 32); }),
@@ -228,4 +228,32 @@ TEST(RandomGenerator, FilesHoldTheState) {
     EXPECT_EQ(Draw(h.Stream(0), 20), Draw(g.Stream(0), 20));
     std::remove(name.c_str());
     EXPECT_NE(Message([&] { h.LoadFromFile(name); }), "(no exception)");
+}
+
+TEST(RngStream, MersenneTwistersJumpByPolynomial) {
+    // Beyond 2^22 elements MT19937 and SFMT19937 jump by a polynomial in the
+    // step map instead of walking: the jump lands where walking does, from a
+    // position inside a block, and two jumps add up.
+    for (auto kind : {rgMT19937, rgSFMT19937}) {
+        const int64_t far = (int64_t(1) << 22) + 4321;
+        TRngStream walk, jump;
+        walk.NewStream(RngCode(kind), 6);
+        jump.NewStream(RngCode(kind), 6);
+        std::vector<uint32_t> head(7), all(size_t(far) + 5);
+        walk.RandomUniformBits32(head);
+        jump.RandomUniformBits32(head);
+        walk.RandomUniformBits32(all);
+        jump.SkipAhead(far);
+        std::vector<uint32_t> got(5);
+        jump.RandomUniformBits32(got);
+        EXPECT_EQ(got, std::vector<uint32_t>(all.end() - 5, all.end())) << kind;
+
+        TRngStream a, b;
+        a.NewStream(RngCode(kind), 9);
+        b.NewStream(RngCode(kind), 9);
+        a.SkipAhead(int64_t(1) << 40);
+        a.SkipAhead((int64_t(1) << 40) + 3);
+        b.SkipAhead((int64_t(1) << 41) + 3);
+        EXPECT_EQ(Draw(a, 700), Draw(b, 700)) << kind;
+    }
 }
