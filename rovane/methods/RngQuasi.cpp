@@ -69,10 +69,10 @@ public:
     }
     // Raw coordinate of element fNext, then advance.
     bool Next(uint32_t& v) {
-        const u128 p128 = fNext / unsigned(fDim) + 1;
-        if (p128 >= Limit()) return false;
-        const uint64_t p = uint64_t(p128);
-        const int c = int(fNext % unsigned(fDim));
+        if (fNext >> 64) return false;  // far beyond every period
+        const uint64_t e = uint64_t(fNext), p = e / unsigned(fDim) + 1;
+        if (p >= Limit()) return false;
+        const int c = int(e % unsigned(fDim));
         if (fStride == 1) {
             if (p != fPoint) {
                 if (p == fPoint + 1) {

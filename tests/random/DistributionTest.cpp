@@ -330,3 +330,30 @@ TEST(Distributions, ParametersOutsideTheirDomainRaise) {
     s.RandomUniform(v, 0, 1);
     EXPECT_LT(v[9], 1.0);
 }
+
+TEST(Distributions, DestinationsOfEveryForm) {
+    // A sub-range is filled in place and nothing around it changes; a 16-bit
+    // integer vector becomes 32-bit with its length; both fills draw the same
+    // elements as a plain vector would.
+    TRngStream a, b;
+    a.NewStream(RngCode(rgARS5), 12);
+    b.NewStream(RngCode(rgARS5), 12);
+    TVec whole, ref;
+    whole.Size(100);
+    whole.SetVal(0.0);
+    ref.Size(30);
+    whole.SetSubRange(40, 30);
+    a.RandomExponential(whole, 0, 1);
+    whole.SetFullRange();
+    b.RandomExponential(ref, 0, 1);
+    for (int32_t i = 0; i < 100; ++i) ASSERT_EQ(whole[i], i >= 40 && i < 70 ? ref[i - 40] : 0.0) << i;
+
+    TVecInt k, kref;
+    k.Size(50, prInt16);
+    kref.Size(50);
+    a.RandomBinomial(k, 10, 0.5);
+    b.RandomBinomial(kref, 10, 0.5);
+    EXPECT_EQ(k.IntPrecision(), prInt32);
+    ASSERT_EQ(k.Length(), 50);
+    for (int32_t i = 0; i < 50; ++i) ASSERT_EQ(k.IValues[i], kref.IValues[i]) << i;
+}
