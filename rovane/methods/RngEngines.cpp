@@ -84,6 +84,29 @@ uint64_t PowMod(uint64_t a, uint64_t n, uint64_t m) {
     return uint64_t(r);
 }
 
+// x * a mod (2^31 - 1) for x, a below 2^31, by folding the 62-bit product.
+inline uint32_t MulMod31(uint32_t x, uint32_t a) {
+    const uint64_t p = uint64_t(x) * a;
+    uint64_t r = (p & 0x7FFFFFFFu) + (p >> 31);
+    r = (r & 0x7FFFFFFFu) + (r >> 31);
+    return uint32_t(r >= 0x7FFFFFFFu ? r - 0x7FFFFFFFu : r);
+}
+
+// n (a multiple of 8) MCG31 elements from eight interleaved lanes; x is left
+// at the next eight elements. Returns n.
+__attribute__((target_clones("avx512f", "avx2", "default"))) int64_t Mcg31Lanes(uint32_t* __restrict x, uint32_t a8,
+                                                                                double* __restrict r, int64_t n) {
+    uint32_t v[8];
+    for (int j = 0; j < 8; ++j) v[j] = x[j];
+    for (int64_t i = 0; i < n; i += 8)
+        for (int j = 0; j < 8; ++j) {
+            r[i + j] = double(v[j]) / 2147483647.0;
+            v[j] = MulMod31(v[j], a8);
+        }
+    for (int j = 0; j < 8; ++j) x[j] = v[j];
+    return n;
+}
+
 // ---------------------------------------------------------------------------
 // MCG31m1: x_n = 1132489760 x_{n-1} mod (2^31 - 1), u_n = x_n / m. The state
 // holds the next output and the multiplier of one step, a^stride after a
@@ -99,9 +122,18 @@ public:
     }
     std::unique_ptr<Engine> Clone() const override { return std::make_unique<MCG31>(*this); }
     int Uniform(double* r, int64_t n) override {
+        int64_t i = 0;
+        if (n >= 64) {
+            // Eight lanes, lane j at element i + j, all stepping by a^8.
+            uint32_t x[8];
+            uint64_t v = fX;
+            for (int j = 0; j < 8; ++j, v = v * fMul % kM) x[j] = uint32_t(v);
+            i = Mcg31Lanes(x, uint32_t(PowMod(fMul, 8, kM)), r, n & ~int64_t(7));
+            fX = x[0];
+        }
         uint64_t x = fX;
         const uint64_t a = fMul;
-        for (int64_t i = 0; i < n; ++i) {
+        for (; i < n; ++i) {
             r[i] = double(x) / double(kM);
             x = x * a % kM;
         }
