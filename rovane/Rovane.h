@@ -12,3 +12,4 @@
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
 #include "rovane/parallel/MtxForLoop.h"
+#include "rovane/methods/RndGenerators.h"
