@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "rovane/containers/OperationFrame.h"
+#include "rovane/scalars/RovaneUtils.h"
 
 namespace rovane {
 
@@ -91,6 +92,30 @@ void TRovane::HookPointers() {
         Values = Values1D = nullptr;
         CValues = CValues1D = nullptr;
     }
+}
+
+std::string TRovane::GetRealValues() const {
+    const int64_t reals = fComplex ? 2 * int64_t(fLength) : fLength;
+    std::string out;
+    for (int64_t i = 0; i < reals && i < RealValuesLimit; ++i) {
+        if (i) out += '\n';
+        out += fIsDouble ? SampleToStr(Values1D[i]) : SampleToStrf(SValues1D[i]);
+    }
+    if (reals > RealValuesLimit) out += "\n...";
+    return out;
+}
+
+std::string TRovane::GetComplexValues() const {
+    std::string out;
+    for (int32_t i = 0; i < fLength && i < RealValuesLimit; ++i) {
+        if (i) out += '\n';
+        if (fIsDouble)
+            out += CplxToStr(fComplex ? CValues1D[i] : TCplx(Values1D[i], 0));
+        else
+            out += CplxToStr(fComplex ? SCValues1D[i] : TSCplx(SValues1D[i], 0));
+    }
+    if (fLength > RealValuesLimit) out += "\n...";
+    return out;
 }
 
 std::string TRovane::DestroyProblem() const {

@@ -113,6 +113,24 @@ public:
     // Pointers to the slot memory of this object's cache entry.
     virtual void* DoubleCachePointer() const = 0;
     virtual void* SingleCachePointer() const = 0;
+    // The slot seen as complex data, and the element offsets of the data in
+    // the slot (a slot holds its data from its start).
+    virtual void* CplxDoubleCachePointer() const { return DoubleCachePointer(); }
+    virtual void* CplxSingleCachePointer() const { return SingleCachePointer(); }
+    virtual int32_t DoubleCacheOffset() const { return 0; }
+    virtual int32_t CplxDoubleCacheOffset() const { return 0; }
+    virtual int32_t SingleCacheOffset() const { return 0; }
+    virtual int32_t CplxSingleCacheOffset() const { return 0; }
+
+    // Text renderings of the values for display: one value a line, real
+    // values (both parts of complex data) or complex values (a real value
+    // as a complex one with zero imaginary part). At most RealValuesLimit
+    // values are shown; a last line "..." says that more follow.
+    std::string RealValues() const { return GetRealValues(); }
+    std::string ComplexValues() const { return GetComplexValues(); }
+    virtual std::string GetRealValues() const;
+    virtual std::string GetComplexValues() const;
+    static constexpr int32_t RealValuesLimit = 1000;
 
     // ---- copies into another object and element reads ----------------
     // CopyTo sizes Dst like Self (in the given precision) and returns Dst.

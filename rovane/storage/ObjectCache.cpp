@@ -6,6 +6,7 @@
 
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/primitives/ippspl_core.h"
 #include "rovane/storage/Platform.h"
 
 namespace rovane {
@@ -306,6 +307,10 @@ void TRovaneController::SetMtxConditionCheck(bool value) {
 
 void TRovaneController::SetDenormalsAreZero(bool value) {
     if (value == FDenormalsAreZero) return;
+    const IppStatus status = ippSetDenormAreZeros(value ? 1 : 0);
+    if (status < 0) ERaise("TRovaneController.SetDenormalsAreZero: " + ippGetStatusStr(status));
+    // Process-wide: the calling thread switches now, every loop worker and
+    // library thread reads the flag at the start of its work.
     FDenormalsAreZero = value;
     SetDenormalsAreZeroForThread(value);
 }

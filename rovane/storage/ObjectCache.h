@@ -169,7 +169,7 @@ public:
     TRovaneController& operator=(const TRovaneController&) = delete;
 
     int32_t fThreadDimension = 0;
-    bool FDenormalsAreZero = false;
+    std::atomic<bool> FDenormalsAreZero{false};
     TThreadingMode FThreadingMode = ttThroughput;
     int32_t FThreadWaitBeforeSleep = 0;
     uint64_t MainThreadID = 0;

@@ -1,6 +1,7 @@
 // The shared safety rules: ranges and sizes at the 32-bit limit, the
 // allocation refusals, two-output members, and the conversions to and from
 // integer containers.
+#include <algorithm>
 #include <climits>
 #include <cmath>
 
@@ -131,4 +132,16 @@ TEST(Safety, IntegerContainersBothWays) {
     EXPECT_EQ(d.SIValues[1], 1);
     EXPECT_EQ(d.SIValues[2], -2);
     EXPECT_THROW(z.CopyTo(d, rnRound, 4, 0, 1), ERovaneRangeError);
+}
+
+TEST(Safety, DisplayTextsShowEveryValueUpToTheLimit) {
+    TVec v;
+    v.SetCplx({1.5, -2, 0, 3});
+    EXPECT_EQ(v.RealValues(), "1.5\n-2\n0\n3");
+    EXPECT_EQ(v.ComplexValues(), CplxToStr(TCplx(1.5, -2)) + "\n" + CplxToStr(TCplx(0, 3)));
+    v.Size(TRovane::RealValuesLimit + 1);
+    v.SetZero();
+    const std::string text = v.RealValues();
+    EXPECT_EQ(text.substr(text.size() - 4), "\n...");
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), TRovane::RealValuesLimit);
 }
