@@ -51,8 +51,13 @@ case "$mode" in
     configure_build build -DCMAKE_BUILD_TYPE=Release
     ./build/examples/demo ;;
   test)
+    # The release suite (once per kernel table the processor offers), then
+    # the same suite under AddressSanitizer and UndefinedBehaviorSanitizer.
     configure_build build -DCMAKE_BUILD_TYPE=Release
-    run_tests build ;;
+    run_tests build
+    configure_build build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DROVANE_SANITIZE=address,undefined \
+      -DROVANE_BUILD_EXAMPLES=OFF
+    ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 run_tests build-asan ;;
   sanitize)
     configure_build build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DROVANE_SANITIZE=address,undefined
     ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 run_tests build-asan ;;
