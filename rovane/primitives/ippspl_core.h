@@ -16,6 +16,27 @@
 
 namespace rovane {
 
+// Element type of a double routine's argument, and of its single twin's:
+// 64f reads as 32f, 64fc as 32fc; integers, levels of other types and
+// enumerations stay. The catalogue tables declare both twins from the double
+// types through these.
+template <class T>
+struct SingleTwinOf {
+    using type = T;
+};
+template <>
+struct SingleTwinOf<double> {
+    using type = float;
+};
+template <>
+struct SingleTwinOf<TCplx> {
+    using type = TSCplx;
+};
+template <class T>
+using AsDouble = T;
+template <class T>
+using AsSingle = typename SingleTwinOf<T>::type;
+
 // Result of a catalogue primitive: 0 success, negative error, positive warning.
 using IppStatus = int32_t;
 
