@@ -17,6 +17,13 @@ struct VT<double> {
     static V load(const double* p) { return _mm512_loadu_pd(p); }
     static void store(double* p, V v) { _mm512_storeu_pd(p, v); }
     static auto sincos(V v) { return Sleef_sincosd8_u10avx512f(v); }
+    static V set1(double a) { return _mm512_set1_pd(a); }
+    static V abs(V v) { return _mm512_abs_pd(v); }
+    // Bit j set where lane j lies above hi (or below lo); a NaN sets no bit.
+    static unsigned above(V v, V hi) { return _mm512_cmp_pd_mask(v, hi, _CMP_GT_OQ); }
+    static unsigned outside(V v, V lo, V hi) {
+        return _mm512_cmp_pd_mask(v, hi, _CMP_GT_OQ) | _mm512_cmp_pd_mask(v, lo, _CMP_LT_OQ);
+    }
 };
 template <>
 struct VT<float> {
@@ -25,6 +32,12 @@ struct VT<float> {
     static V load(const float* p) { return _mm512_loadu_ps(p); }
     static void store(float* p, V v) { _mm512_storeu_ps(p, v); }
     static auto sincos(V v) { return Sleef_sincosf16_u10avx512f(v); }
+    static V set1(float a) { return _mm512_set1_ps(a); }
+    static V abs(V v) { return _mm512_abs_ps(v); }
+    static unsigned above(V v, V hi) { return _mm512_cmp_ps_mask(v, hi, _CMP_GT_OQ); }
+    static unsigned outside(V v, V lo, V hi) {
+        return _mm512_cmp_ps_mask(v, hi, _CMP_GT_OQ) | _mm512_cmp_ps_mask(v, lo, _CMP_LT_OQ);
+    }
 };
 }  // namespace
 }  // namespace rovane::kern::avx512
