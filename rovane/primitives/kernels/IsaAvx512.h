@@ -1,10 +1,11 @@
-// Kernels compiled for AVX-512 F/DQ/VL/BW (flags set in primitives/Kernels.cmake).
+// Kernels compiled for AVX-512 F/DQ/VL/BW (flags set in
+// primitives/Kernels.cmake for every <Family>Avx512.cpp): vector traits and
+// the SLEEF routines of this width. Included first by every <Family>Avx512.cpp.
+#pragma once
 #include <immintrin.h>
 #include <sleef.h>
 
 #define ROVANE_KERNEL_NS avx512
-#define ROVANE_KERNEL_TABLE_FN KernelTablesAvx512
-#define ROVANE_KERNEL_NAME "avx512"
 
 namespace rovane::kern::avx512 {
 namespace {
@@ -49,5 +50,3 @@ struct VT<float> {
 #define ROVANE_VEC_MATH2(NAME)                                                      \
     static __m512d v(__m512d x, __m512d y) { return Sleef_##NAME##d8_u10avx512f(x, y); }         \
     static __m512 v(__m512 x, __m512 y) { return Sleef_##NAME##f16_u10avx512f(x, y); }
-
-#include "rovane/primitives/kernels/Kernels.inc"

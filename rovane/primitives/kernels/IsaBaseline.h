@@ -1,10 +1,11 @@
-// Kernels for the x86-64 baseline (SSE2), the fallback on every processor.
+// Kernels for the x86-64 baseline (SSE2), the fallback on every processor:
+// vector traits and the SLEEF routines of this width. Included first by
+// every <Family>Baseline.cpp.
+#pragma once
 #include <immintrin.h>
 #include <sleef.h>
 
 #define ROVANE_KERNEL_NS baseline
-#define ROVANE_KERNEL_TABLE_FN KernelTablesBaseline
-#define ROVANE_KERNEL_NAME "baseline"
 
 namespace rovane::kern::baseline {
 namespace {
@@ -49,5 +50,3 @@ struct VT<float> {
 #define ROVANE_VEC_MATH2(NAME)                                                      \
     static __m128d v(__m128d x, __m128d y) { return Sleef_##NAME##d2_u10sse2(x, y); }         \
     static __m128 v(__m128 x, __m128 y) { return Sleef_##NAME##f4_u10sse2(x, y); }
-
-#include "rovane/primitives/kernels/Kernels.inc"

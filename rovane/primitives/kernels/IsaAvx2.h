@@ -1,10 +1,11 @@
-// Kernels compiled for AVX2 with FMA (flags set in primitives/Kernels.cmake).
+// Kernels compiled for AVX2 with FMA (flags set in primitives/Kernels.cmake
+// for every <Family>Avx2.cpp): vector traits and the SLEEF routines of this
+// width. Included first by every <Family>Avx2.cpp.
+#pragma once
 #include <immintrin.h>
 #include <sleef.h>
 
 #define ROVANE_KERNEL_NS avx2
-#define ROVANE_KERNEL_TABLE_FN KernelTablesAvx2
-#define ROVANE_KERNEL_NAME "avx2"
 
 namespace rovane::kern::avx2 {
 namespace {
@@ -51,5 +52,3 @@ struct VT<float> {
 #define ROVANE_VEC_MATH2(NAME)                                                      \
     static __m256d v(__m256d x, __m256d y) { return Sleef_##NAME##d4_u10avx2(x, y); }         \
     static __m256 v(__m256 x, __m256 y) { return Sleef_##NAME##f8_u10avx2(x, y); }
-
-#include "rovane/primitives/kernels/Kernels.inc"
