@@ -23,12 +23,10 @@ struct DivTag {};
 struct SubFromTag {};
 struct DivideByTag {};
 
-// A twin pair (double entry, single entry) in the form Pick takes it, from the
-// naming grammar: catalogue entries ipps<OP>_64f<TAIL> / sipps<OP>_32f<TAIL>,
-// library entries <NAME>_Idx / s<NAME>_Idx. NONE marks a role a family lacks.
-#define ROVANE_IPPS(OP, TAIL) (ipps##OP##_64f##TAIL, sipps##OP##_32f##TAIL)
-#define ROVANE_LIB(NAME) (NAME##_Idx, s##NAME##_Idx)
-#define ROVANE_NONE (nullptr, nullptr)
+// A table entry: the facade primitive prim::NAME as a callable, the precision
+// (and real or complex) left to the arguments. NONE marks a role a family lacks.
+#define ROVANE_PRIM(NAME) [](auto&&... a) { return prim::NAME(std::forward<decltype(a)>(a)...); }
+#define ROVANE_NONE nullptr
 
 template <class P>
 constexpr bool Present(P) {
@@ -49,21 +47,21 @@ struct VecOps;
 #define ROVANE_VEC_FAMILY(TAG, REAL, REALI, CPLX, CPLXI, VECCC, VECCD, VECDC) \
     template <class F>                                                      \
     struct VecOps<TAG, F> {                                                 \
-        static constexpr auto Real = Pick<F> REAL;                          \
-        static constexpr auto RealI = Pick<F> REALI;                        \
-        static constexpr auto Cplx = Pick<F> CPLX;                          \
-        static constexpr auto CplxI = Pick<F> CPLXI;                        \
-        static constexpr auto Veccc = Pick<F> VECCC;                        \
-        static constexpr auto Veccd = Pick<F> VECCD;                        \
-        static constexpr auto Vecdc = Pick<F> VECDC;                        \
+        static constexpr auto Real = REAL;                                  \
+        static constexpr auto RealI = REALI;                                \
+        static constexpr auto Cplx = CPLX;                                  \
+        static constexpr auto CplxI = CPLXI;                                \
+        static constexpr auto Veccc = VECCC;                                \
+        static constexpr auto Veccd = VECCD;                                \
+        static constexpr auto Vecdc = VECDC;                                \
     };
 
 // clang-format off
 //                family  real                     real in place              complex                  complex in place           complex x op y   complex x, real y     real x, complex y
-ROVANE_VEC_FAMILY(AddTag, ROVANE_IPPS(Add, _Idx), ROVANE_IPPS(Add, _I_Idx), ROVANE_IPPS(Add, c_Idx), ROVANE_IPPS(Add, c_I_Idx), ROVANE_NONE,      ROVANE_LIB(AddVeccd), ROVANE_NONE)
-ROVANE_VEC_FAMILY(SubTag, ROVANE_IPPS(Sub, _Idx), ROVANE_IPPS(Sub, _I_Idx), ROVANE_IPPS(Sub, c_Idx), ROVANE_IPPS(Sub, c_I_Idx), ROVANE_NONE,      ROVANE_LIB(SubVeccd), ROVANE_LIB(SubVecdc))
-ROVANE_VEC_FAMILY(MulTag, ROVANE_IPPS(Mul, _Idx), ROVANE_IPPS(Mul, _I_Idx), ROVANE_IPPS(Mul, c_Idx), ROVANE_IPPS(Mul, c_I_Idx), ROVANE_NONE,      ROVANE_LIB(MulVeccd), ROVANE_NONE)
-ROVANE_VEC_FAMILY(DivTag, (ippsDiv_64f_A53_Idx, sippsDiv_32f_A24_Idx), ROVANE_NONE, ROVANE_NONE, ROVANE_NONE, ROVANE_LIB(DivVeccc), ROVANE_LIB(DivVeccd), ROVANE_LIB(DivVecdc))
+ROVANE_VEC_FAMILY(AddTag, ROVANE_PRIM(Add), ROVANE_PRIM(Add_I), ROVANE_PRIM(Add), ROVANE_PRIM(Add_I), ROVANE_NONE,      ROVANE_PRIM(AddVeccd), ROVANE_NONE)
+ROVANE_VEC_FAMILY(SubTag, ROVANE_PRIM(Sub), ROVANE_PRIM(Sub_I), ROVANE_PRIM(Sub), ROVANE_PRIM(Sub_I), ROVANE_NONE,      ROVANE_PRIM(SubVeccd), ROVANE_PRIM(SubVecdc))
+ROVANE_VEC_FAMILY(MulTag, ROVANE_PRIM(Mul), ROVANE_PRIM(Mul_I), ROVANE_PRIM(Mul), ROVANE_PRIM(Mul_I), ROVANE_NONE,      ROVANE_PRIM(MulVeccd), ROVANE_NONE)
+ROVANE_VEC_FAMILY(DivTag, ROVANE_PRIM(Div), ROVANE_NONE,        ROVANE_NONE,      ROVANE_NONE,        ROVANE_PRIM(DivVeccc), ROVANE_PRIM(DivVeccd), ROVANE_PRIM(DivVecdc))
 // clang-format on
 #undef ROVANE_VEC_FAMILY
 
@@ -79,22 +77,21 @@ struct ValueOps;
 #define ROVANE_VALUE_FAMILY(TAG, STEM, VALUEIC)                          \
     template <class F>                                                   \
     struct ValueOps<TAG, F> {                                            \
-        static constexpr auto Value = Pick<F> ROVANE_LIB(STEM);          \
-        static constexpr auto Valuec = Pick<F> ROVANE_LIB(STEM##c);      \
-        static constexpr auto Valuecd = Pick<F> ROVANE_LIB(STEM##cd);    \
-        static constexpr auto Valuedc = Pick<F> ROVANE_LIB(STEM##dc);    \
-        static constexpr auto ValueIc = Pick<F> VALUEIC;                 \
+        static constexpr auto Value = ROVANE_PRIM(STEM);                 \
+        static constexpr auto Valuec = ROVANE_PRIM(STEM##c);             \
+        static constexpr auto Valuecd = ROVANE_PRIM(STEM##cd);           \
+        static constexpr auto Valuedc = ROVANE_PRIM(STEM##dc);           \
+        static constexpr auto ValueIc = VALUEIC;                         \
     };
 
 //                  family      x op value     complex value in place
-ROVANE_VALUE_FAMILY(AddTag, AddValue, ROVANE_IPPS(AddC, c_I_Idx))
-ROVANE_VALUE_FAMILY(MulTag, ScaleByValue, ROVANE_IPPS(MulC, c_I_Idx))
-ROVANE_VALUE_FAMILY(SubFromTag, SubFromValue, ROVANE_IPPS(SubCRev, c_I_Idx))
+ROVANE_VALUE_FAMILY(AddTag, AddValue, ROVANE_PRIM(AddC_I))
+ROVANE_VALUE_FAMILY(MulTag, ScaleByValue, ROVANE_PRIM(MulC_I))
+ROVANE_VALUE_FAMILY(SubFromTag, SubFromValue, ROVANE_PRIM(SubCRev_I))
 ROVANE_VALUE_FAMILY(DivideByTag, DivideValue, ROVANE_NONE)
 #undef ROVANE_VALUE_FAMILY
 
-#undef ROVANE_IPPS
-#undef ROVANE_LIB
+#undef ROVANE_PRIM
 #undef ROVANE_NONE
 
 // ---------------------------------------------------------------------------
@@ -448,14 +445,14 @@ struct ConjMulCore {
         ByWidth(src.fIsDouble, [&](auto f) {
             using F = decltype(f);
             const CplxAt<F> x(src, srcIndex), d(t);
-            Pick<F>(ippsConj_64fc_Idx, sippsConj_32fc_Idx)(x.p, x.i, d.p, d.i, len);
+            prim::Conj(x.p, x.i, d.p, d.i, len);
         });
     }
     template <class F>
     static void ConjMulcc(const TRovane& x1, const TRovane& x2, TDenseRovane& self, int32_t i1, int32_t i2,
                           int32_t index, int32_t len) {
         const CplxAt<F> a(x1, i1), b(x2, i2), d(self, index);
-        Pick<F>(ConjMulcc_Idx, sConjMulcc_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+        prim::ConjMulcc(a.p, a.i, b.p, b.i, d.p, d.i, len);
     }
     void InPlace(TDenseRovane& self, const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) const {
         if (!vec.fComplex) return MulFamily::InPlace(self, vec, vecIndex, index, len);
@@ -487,12 +484,10 @@ bool ThresholdedInverse(const TRovane& den, double threshold, int32_t denIndex, 
     IppStatus status;
     if (den.fComplex) {
         const CplxAt<F> x(den, denIndex), d(t);
-        status = Pick<F>(ippsThreshold_LTInv_64fc_Idx, sippsThreshold_LTInv_32fc_Idx)(x.p, x.i, d.p, d.i, len,
-                                                                                      Narrow<F>(threshold));
+        status = prim::Threshold_LTInv(x.p, x.i, d.p, d.i, len, Narrow<F>(threshold));
     } else {
         const RealAt<F> x(den, denIndex), d(t);
-        status = Pick<F>(ippsThreshold_LTInv_64f_Idx, sippsThreshold_LTInv_32f_Idx)(x.p, x.i, d.p, d.i, len,
-                                                                                    Narrow<F>(threshold));
+        status = prim::Threshold_LTInv(x.p, x.i, d.p, d.i, len, Narrow<F>(threshold));
     }
     return status == ippStsNoErr;
 }
@@ -502,7 +497,7 @@ bool ThresholdedInverse(const TRovane& den, double threshold, int32_t denIndex, 
 template <class F>
 void MulPartByPart(const TVec& inv, TDenseRovane& self, int32_t index, int32_t len) {
     const RealAt<F> t(inv), d(self, 2 * index);
-    Pick<F>(ippsMul_64f_I_Idx, sippsMul_32f_I_Idx)(t.p, t.i, d.p, d.i, 2 * len);
+    prim::Mul_I(t.p, t.i, d.p, d.i, 2 * len);
 }
 
 // Division through the thresholded inverse of the denominator, which is then
@@ -525,7 +520,7 @@ struct ThresholdCore {
                 CachedVec num;
                 num->Size(len, false, self.fIsDouble);
                 const RealAt<F> x(self, index), d(*num);
-                Pick<F>(ippsCopy_64f_Idx, ippsCopy_32f_Idx)(x.p, x.i, d.p, d.i, len);
+                prim::Copy(x.p, x.i, d.p, d.i, len);
                 self.ExtendToComplex(true);
                 self.ExtendToComplex(*num, false, 0, index, len);
             }
@@ -551,14 +546,13 @@ struct ThresholdCore {
 void AxpyReal(TDenseRovane& self, const TRovane& vec, double factor, int32_t vecIndex, int32_t index, int32_t len) {
     ByWidth(self.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        const auto axpy = Pick<F>(cblas_daxpy, cblas_saxpy);
         const F a = Narrow<F>(factor);
         if (vec.fComplex)  // both complex: the doubled real run
-            axpy(2 * len, a, RealAt<F>(vec, 2 * vecIndex).ptr(), 1, RealAt<F>(self, 2 * index).ptr(), 1);
+            prim::Axpy(2 * len, a, RealAt<F>(vec, 2 * vecIndex).ptr(), 1, RealAt<F>(self, 2 * index).ptr(), 1);
         else if (self.fComplex)  // a real Vec scales into the real parts
-            axpy(len, a, RealAt<F>(vec, vecIndex).ptr(), 1, RealAt<F>(self, 2 * index).ptr(), 2);
+            prim::Axpy(len, a, RealAt<F>(vec, vecIndex).ptr(), 1, RealAt<F>(self, 2 * index).ptr(), 2);
         else
-            axpy(len, a, RealAt<F>(vec, vecIndex).ptr(), 1, RealAt<F>(self, index).ptr(), 1);
+            prim::Axpy(len, a, RealAt<F>(vec, vecIndex).ptr(), 1, RealAt<F>(self, index).ptr(), 1);
     });
 }
 
@@ -568,16 +562,15 @@ void AxpyComplex(TDenseRovane& self, const TRovane& vec, const TCplx& factor, in
                  int32_t len) {
     ByWidth(self.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        const auto zaxpy = Pick<F>(cblas_zaxpy, cblas_caxpy);
         const ComplexOf<F> a = Narrow<F>(factor);
         const CplxAt<F> d(self, index);
         if (vec.fComplex) {
-            zaxpy(len, &a, CplxAt<F>(vec, vecIndex).ptr(), 1, d.ptr(), 1);
+            prim::Axpy(len, &a, CplxAt<F>(vec, vecIndex).ptr(), 1, d.ptr(), 1);
         } else {
             CachedVec t;
             t->Size(len, true, self.fIsDouble);
             t->ExtendToComplex(vec, true, vecIndex, 0, len);
-            zaxpy(len, &a, CplxAt<F>(*t).ptr(), 1, d.ptr(), 1);
+            prim::Axpy(len, &a, CplxAt<F>(*t).ptr(), 1, d.ptr(), 1);
         }
     });
 }
@@ -589,10 +582,10 @@ void AddProductCore(TDenseRovane& self, const TRovane& x1, const TRovane& x2, in
         using F = decltype(f);
         if (self.fComplex) {
             const CplxAt<F> a(x1, i1), b(x2, i2), d(self, index);
-            Pick<F>(ippsAddProduct_64fc_Idx, sippsAddProduct_32fc_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+            prim::AddProduct(a.p, a.i, b.p, b.i, d.p, d.i, len);
         } else {
             const RealAt<F> a(x1, i1), b(x2, i2), d(self, index);
-            Pick<F>(ippsAddProduct_64f_Idx, sippsAddProduct_32f_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+            prim::AddProduct(a.p, a.i, b.p, b.i, d.p, d.i, len);
         }
     });
 }

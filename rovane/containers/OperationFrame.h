@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "rovane/containers/Rovane.h"
+#include "rovane/primitives/Prim.h"
 #include "rovane/storage/ObjectCache.h"
 
 namespace rovane::frame {
@@ -58,16 +59,6 @@ F Narrow(double v) { return static_cast<F>(v); }
 template <class F>
 ComplexOf<F> Narrow(const TCplx& v) {
     return ComplexOf<F>(static_cast<F>(v.Re), static_cast<F>(v.Im));
-}
-
-// The double or single member of a twin pair, by the field type F:
-// Pick<F>(ippsSin_64f_A53_Idx, sippsSin_32f_A24_Idx)(x, xi, d, di, len).
-template <class F, class D, class S>
-constexpr auto Pick(D d, S s) {
-    if constexpr (std::is_same_v<F, double>)
-        return d;
-    else
-        return s;
 }
 
 // Real and complex base + element index of an operand for field type F.

@@ -55,21 +55,21 @@ void RunCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, in
         const int32_t n = RunLen(src, dst, len);
         if constexpr (Op == RunOp::Negate) {
             if (x == d)
-                Pick<F>(ippsMulC_64f_I_Idx, sippsMulC_32f_I_Idx)(F(-1), d, 0, n);
+                prim::MulC_I(F(-1), d, 0, n);
             else
-                Pick<F>(ScaleByValue_Idx, sScaleByValue_Idx)(x, 0, F(-1), d, 0, n);
+                prim::ScaleByValue(x, 0, F(-1), d, 0, n);
         } else if constexpr (Op == RunOp::Round) {
-            Pick<F>(ippsRound_64f_Idx, sippsRound_32f_Idx)(x, 0, d, 0, n);
+            prim::Round(x, 0, d, 0, n);
         } else if constexpr (Op == RunOp::Trunc) {
-            Pick<F>(ippsTrunc_64f_Idx, sippsTrunc_32f_Idx)(x, 0, d, 0, n);
+            prim::Trunc(x, 0, d, 0, n);
         } else if constexpr (Op == RunOp::Ceil) {
-            Pick<F>(ippsCeil_64f_Idx, sippsCeil_32f_Idx)(x, 0, d, 0, n);
+            prim::Ceil(x, 0, d, 0, n);
         } else if constexpr (Op == RunOp::Floor) {
-            Pick<F>(ippsFloor_64f_Idx, sippsFloor_32f_Idx)(x, 0, d, 0, n);
+            prim::Floor(x, 0, d, 0, n);
         } else {
             // The whole parts go to a temporary and are dropped.
             Scratch<F, 1> whole(n);
-            Pick<F>(ippsModf_64f_Idx, sippsModf_32f_Idx)(x, 0, whole[0], 0, d, 0, n);
+            prim::Modf(x, 0, whole[0], 0, d, 0, n);
         }
     });
 }
@@ -96,8 +96,7 @@ void ToIntegers(const TRovane& self, TIntegerArray& dst, TRounding rounding) {
     if (n == 0) return;
     ByWidth(self.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        Pick<F>(ippsConvert_64f32s_Sfs_Idx, ippsConvert_32f32s_Sfs_Idx)(RunAt<F>(self, 0), 0, dst.data(), 0, n,
-                                                                         rounding, 0);
+        prim::Convert_Sfs(RunAt<F>(self, 0), 0, dst.data(), 0, n, rounding, 0);
     });
 }
 
@@ -108,10 +107,10 @@ template <class F>
 void RemRuns(const F* x, const F* y, F* d, int32_t n) {
     Scratch<F, 1> s(n);
     F* q = s[0];
-    Pick<F>(ippsDiv_64f_A53_Idx, sippsDiv_32f_A24_Idx)(y, 0, x, 0, q, 0, n);  // q = x / y
-    Pick<F>(TruncInt64_Idx, sTruncInt64_Idx)(q, 0, q, 0, n);
-    Pick<F>(ippsMul_64f_I_Idx, sippsMul_32f_I_Idx)(y, 0, q, 0, n);
-    Pick<F>(ippsSub_64f_Idx, sippsSub_32f_Idx)(q, 0, x, 0, d, 0, n);  // d = x - q
+    prim::Div(y, 0, x, 0, q, 0, n);  // q = x / y
+    prim::TruncInt64(q, 0, q, 0, n);
+    prim::Mul_I(y, 0, q, 0, n);
+    prim::Sub(q, 0, x, 0, d, 0, n);  // d = x - q
 }
 
 // The scalar form multiplies by the reciprocal, formed once, so that its
@@ -120,10 +119,10 @@ template <class F>
 void RemRunsByValue(const F* x, F y, F* d, int32_t n) {
     Scratch<F, 1> s(n);
     F* q = s[0];
-    Pick<F>(ScaleByValue_Idx, sScaleByValue_Idx)(x, 0, F(1) / y, q, 0, n);
-    Pick<F>(TruncInt64_Idx, sTruncInt64_Idx)(q, 0, q, 0, n);
-    Pick<F>(ippsMulC_64f_I_Idx, sippsMulC_32f_I_Idx)(y, q, 0, n);
-    Pick<F>(ippsSub_64f_Idx, sippsSub_32f_Idx)(q, 0, x, 0, d, 0, n);
+    prim::ScaleByValue(x, 0, F(1) / y, q, 0, n);
+    prim::TruncInt64(q, 0, q, 0, n);
+    prim::MulC_I(y, q, 0, n);
+    prim::Sub(q, 0, x, 0, d, 0, n);
 }
 
 void RemByValue(const TRovane& src, TRovane& dst, double value, int32_t len, int32_t dstIndex, int32_t srcIndex) {
@@ -136,7 +135,7 @@ void RemByValue(const TRovane& src, TRovane& dst, double value, int32_t len, int
 void FixAngleCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
     ByWidth(dst.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        RemRunsByValue<F>(RealAt<F>(src, srcIndex).ptr(), Pick<F>(TWOPI, TWOPI_SINGLE),
+        RemRunsByValue<F>(RealAt<F>(src, srcIndex).ptr(), Narrow<F>(TWOPI),
                           RealAt<F>(dst, dstIndex).ptr(), len);
     });
 }
@@ -163,25 +162,25 @@ void RealResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIn
         if (src.fComplex) {
             const ComplexOf<F>* x = CplxAt<F>(src, srcIndex).ptr();
             if constexpr (Op == RealOp::Magnitude)
-                Pick<F>(ippsMagnitude_64fc_Idx, sippsMagnitude_32fc_Idx)(x, 0, d, 0, len);
+                prim::Magnitude(x, 0, d, 0, len);
             else if constexpr (Op == RealOp::Real)
-                Pick<F>(ippsReal_64fc_Idx, sippsReal_32fc_Idx)(x, 0, d, 0, len);
+                prim::Real(x, 0, d, 0, len);
             else if constexpr (Op == RealOp::Imag)
-                Pick<F>(ippsImag_64fc_Idx, sippsImag_32fc_Idx)(x, 0, d, 0, len);
+                prim::Imag(x, 0, d, 0, len);
             else if constexpr (Op == RealOp::Power)
-                Pick<F>(ippsPowerSpectr_64fc_Idx, sippsPowerSpectr_32fc_Idx)(x, 0, d, 0, len);
+                prim::PowerSpectr(x, 0, d, 0, len);
             else
-                Pick<F>(ippsPhase_64fc_Idx, sippsPhase_32fc_Idx)(x, 0, d, 0, len);
+                prim::Phase(x, 0, d, 0, len);
             return;
         }
         const F* x = RealAt<F>(src, srcIndex).ptr();
         if constexpr (Op == RealOp::Magnitude) {
             if (x == d)
-                Pick<F>(ippsAbs_64f_I_Idx, sippsAbs_32f_I_Idx)(d, 0, len);
+                prim::Abs_I(d, 0, len);
             else
-                Pick<F>(ippsAbs_64f_Idx, sippsAbs_32f_Idx)(x, 0, d, 0, len);
+                prim::Abs(x, 0, d, 0, len);
         } else if constexpr (Op == RealOp::Real) {
-            if (x != d) Pick<F>(ippsMove_64f_Idx, ippsMove_32f_Idx)(x, 0, d, 0, len);
+            if (x != d) prim::Move(x, 0, d, 0, len);
         } else {
             // A real source of a complex-only function: widened with zero
             // imaginary parts first.
@@ -285,15 +284,15 @@ void CplxResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIn
             C* d = CplxAt<F>(dst, dstIndex).ptr();
             if constexpr (Op == CplxOp::Conj) {
                 if (x == d)
-                    Pick<F>(ippsConj_64fc_I_Idx, sippsConj_32fc_I_Idx)(d, 0, len);
+                    prim::Conj_I(d, 0, len);
                 else
-                    Pick<F>(ippsConj_64fc_Idx, sippsConj_32fc_Idx)(x, 0, d, 0, len);
+                    prim::Conj(x, 0, d, 0, len);
             } else if constexpr (Op == CplxOp::MulI) {
-                Pick<F>(MulI_Idx, sMulI_Idx)(x, 0, d, 0, len);
+                prim::MulI(x, 0, d, 0, len);
             } else if constexpr (Op == CplxOp::Flip) {
-                Pick<F>(Flip_Idx, sFlip_Idx)(x, 0, d, 0, len);
+                prim::Flip(x, 0, d, 0, len);
             } else {
-                Pick<F>(FlipConj_Idx, sFlipConj_Idx)(x, 0, d, 0, len);
+                prim::FlipConj(x, 0, d, 0, len);
             }
             return;
         }
@@ -301,7 +300,7 @@ void CplxResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIn
         if (!dst.fComplex) {
             // Conj of real data is the data.
             F* d = RealAt<F>(dst, dstIndex).ptr();
-            if (x != d) Pick<F>(ippsMove_64f_Idx, ippsMove_32f_Idx)(x, 0, d, 0, len);
+            if (x != d) prim::Move(x, 0, d, 0, len);
             return;
         }
         // A real source a: up-sampled by 2 into the complex range, to (a, 0)
@@ -309,10 +308,9 @@ void CplxResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIn
         // imaginary parts after.
         int32_t phase = Op == CplxOp::Conj ? 0 : 1;
         int32_t written = 0;
-        Pick<F>(ippsSampleUp_64f_Idx, sippsSampleUp_32f_Idx)(x, 0, len, RunAt<F>(dst, dstIndex), 0, written, 2,
-                                                             phase);
+        prim::SampleUp(x, 0, len, RunAt<F>(dst, dstIndex), 0, written, 2, phase);
         if constexpr (Op == CplxOp::FlipConj)
-            Pick<F>(ippsConj_64fc_I_Idx, sippsConj_32fc_I_Idx)(CplxAt<F>(dst, dstIndex).ptr(), 0, len);
+            prim::Conj_I(CplxAt<F>(dst, dstIndex).ptr(), 0, len);
     });
 }
 
@@ -379,13 +377,13 @@ void SgnCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, in
     ByWidth(dst.fIsDouble, [&](auto f) {
         using F = decltype(f);
         if (src.fComplex && dst.fComplex)
-            Pick<F>(Sgncc_Idx, sSgncc_Idx)(CplxAt<F>(src, srcIndex).ptr(), 0, CplxAt<F>(dst, dstIndex).ptr(), 0, len);
+            prim::Sgncc(CplxAt<F>(src, srcIndex).ptr(), 0, CplxAt<F>(dst, dstIndex).ptr(), 0, len);
         else if (src.fComplex)
-            Pick<F>(Sgncd_Idx, sSgncd_Idx)(CplxAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
+            prim::Sgncd(CplxAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
         else if (dst.fComplex)
-            Pick<F>(Sgndc_Idx, sSgndc_Idx)(RealAt<F>(src, srcIndex).ptr(), 0, CplxAt<F>(dst, dstIndex).ptr(), 0, len);
+            prim::Sgndc(RealAt<F>(src, srcIndex).ptr(), 0, CplxAt<F>(dst, dstIndex).ptr(), 0, len);
         else
-            Pick<F>(Sgndd_Idx, sSgndd_Idx)(RealAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
+            prim::Sgndd(RealAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
     });
 }
 
@@ -403,9 +401,9 @@ void SplitCore(const TRovane& cplx, TRovane& d1, TRovane& d2, int32_t d1Index, i
         const RealAt<F> a(d1, d1Index), b(d2, d2Index);
         const CplxAt<F> x(cplx, cplxIndex);
         if constexpr (Polar)
-            Pick<F>(ippsCartToPolar_64fc_Idx, sippsCartToPolar_32fc_Idx)(x.p, x.i, a.p, a.i, b.p, b.i, len);
+            prim::CartToPolar(x.p, x.i, a.p, a.i, b.p, b.i, len);
         else
-            Pick<F>(ippsCplxToReal_64fc_Idx, sippsCplxToReal_32fc_Idx)(x.p, x.i, a.p, a.i, b.p, b.i, len);
+            prim::CplxToReal(x.p, x.i, a.p, a.i, b.p, b.i, len);
     });
 }
 
@@ -418,9 +416,9 @@ void JoinCore(const TRovane& s1, const TRovane& s2, TRovane& cplx, int32_t s1Ind
         const RealAt<F> a(s1, s1Index), b(s2, s2Index);
         const CplxAt<F> d(cplx, cplxIndex);
         if constexpr (Polar)
-            Pick<F>(ippsPolarToCart_64fc_Idx, sippsPolarToCart_32fc_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+            prim::PolarToCart(a.p, a.i, b.p, b.i, d.p, d.i, len);
         else
-            Pick<F>(ippsRealToCplx_64f_Idx, sippsRealToCplx_32f_Idx)(a.p, a.i, b.p, b.i, d.p, d.i, len);
+            prim::RealToCplx(a.p, a.i, b.p, b.i, d.p, d.i, len);
     });
 }
 
@@ -539,8 +537,7 @@ TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst, int32_t trun
     ByWidth(fIsDouble, [&](auto f) {
         using F = decltype(f);
         const int32_t n = fComplex && truncDst.fComplex && fracDst.fComplex ? 2 * len : len;
-        Pick<F>(ippsModf_64f_Idx, sippsModf_32f_Idx)(RunAt<F>(*this, index), 0, RunAt<F>(truncDst, truncIndex), 0,
-                                                     RunAt<F>(fracDst, fracIndex), 0, n);
+        prim::Modf(RunAt<F>(*this, index), 0, RunAt<F>(truncDst, truncIndex), 0, RunAt<F>(fracDst, fracIndex), 0, n);
     });
     return *this;
 }
@@ -581,14 +578,14 @@ TRovane& TRovane::SgnMul(const TRovane& src) {
     ByWidth(fIsDouble, [&](auto f) {
         using F = decltype(f);
         if (src.fComplex && fComplex)
-            Pick<F>(SgnMulc_Idx, sSgnMulc_Idx)(CplxAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
+            prim::SgnMulc(CplxAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
         else if (src.fComplex)
-            Pick<F>(SgnMulcd_Idx, sSgnMulcd_Idx)(CplxAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
+            prim::SgnMulcd(CplxAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
         else if (fComplex) {
-            Pick<F>(SgnMuldc_Idx, sSgnMuldc_Idx)(RealAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
+            prim::SgnMuldc(RealAt<F>(src).ptr(), 0, CplxAt<F>(*this).ptr(), 0, fLength);
             NegateWhereNan(RealAt<F>(src).ptr(), CplxAt<F>(*this).ptr(), fLength);
         } else {
-            Pick<F>(SgnMul_Idx, sSgnMul_Idx)(RealAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
+            prim::SgnMul(RealAt<F>(src).ptr(), 0, RealAt<F>(*this).ptr(), 0, fLength);
             NegateWhereNan(RealAt<F>(src).ptr(), RealAt<F>(*this).ptr(), fLength);
         }
     });

@@ -335,8 +335,8 @@ struct Operand {
 // after the bulk computation, element by element.
 template <class F>
 void ZeroRule(Cx<F>* d, int32_t n, const Operand<F>& b, const Operand<F>& e) {
-    const Cx<F> cnan = Pick<F>(CNAN, CNAN_SINGLE);
-    const Cx<F> inf(Pick<F>(INF, INF_SINGLE), F(0));
+    const Cx<F> cnan = prim::CNaN<F>();
+    const Cx<F> inf(prim::Inf<F>(), F(0));
     const Cx<F> zero(F(0), F(0)), one(F(1), F(0));
     // A real base takes the real logarithm in bulk: its negative elements
     // need the complex power.
@@ -392,7 +392,7 @@ void PowerByReal(TRovane& self, const TRovane& base, double value) {
         const Cx<F>* b = CplxAt<F>(*keep).ptr();
         Cx<F>* d = CplxAt<F>(self).ptr();
         CplxPowByLog<F>(b, d, n, v);
-        const Cx<F> atZero = value < 0 ? Cx<F>(Pick<F>(INF, INF_SINGLE), F(0)) : Cx<F>(F(0), F(0));
+        const Cx<F> atZero = value < 0 ? Cx<F>(prim::Inf<F>(), F(0)) : Cx<F>(F(0), F(0));
         for (int32_t i = 0; i < n; ++i)
             if (b[i].Re == 0 && b[i].Im == 0) d[i] = atZero;
     });

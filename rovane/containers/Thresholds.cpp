@@ -14,8 +14,10 @@ using namespace frame;
 
 namespace {
 
-// The double or single primitive and its in-place twin, for the field F in scope.
-#define ROVANE_PAIR_I(D, S) Pick<F>(D##_Idx, S##_Idx), Pick<F>(D##_I_Idx, S##_I_Idx)
+// A primitive and its in-place form, the precision left to the arguments.
+#define ROVANE_PAIR_I(NAME)                                                  \
+    [](auto&&... a) { return prim::NAME(std::forward<decltype(a)>(a)...); }, \
+        [](auto&&... a) { return prim::NAME##_I(std::forward<decltype(a)>(a)...); }
 
 // Calls the in-place twin when source and destination are the same run.
 template <class Fn, class FnI, class T, class... A>
@@ -99,9 +101,9 @@ void LevelCore(LevelRule rule, double value, const TRovane& src, TRovane& dst, i
             const auto* x = CplxAt<F>(src, srcIndex).ptr();
             auto* d = CplxAt<F>(dst, dstIndex).ptr();
             if (rule == LevelRule::Bottom)
-                Apply(ROVANE_PAIR_I(ippsThreshold_LT_64fc, sippsThreshold_LT_32fc), x, d, len, level);
+                Apply(ROVANE_PAIR_I(Threshold_LT), x, d, len, level);
             else
-                Apply(ROVANE_PAIR_I(ippsThreshold_GT_64fc, sippsThreshold_GT_32fc), x, d, len, level);
+                Apply(ROVANE_PAIR_I(Threshold_GT), x, d, len, level);
             return;
         }
         // Real data; complex data reach the Abs rules only with checks off
@@ -111,16 +113,16 @@ void LevelCore(LevelRule rule, double value, const TRovane& src, TRovane& dst, i
         const int32_t n = RealLength(dst, len);
         switch (rule) {
             case LevelRule::Bottom:
-                Apply(ROVANE_PAIR_I(ippsThreshold_LT_64f, sippsThreshold_LT_32f), x, d, n, level);
+                Apply(ROVANE_PAIR_I(Threshold_LT), x, d, n, level);
                 break;
             case LevelRule::Top:
-                Apply(ROVANE_PAIR_I(ippsThreshold_GT_64f, sippsThreshold_GT_32f), x, d, n, level);
+                Apply(ROVANE_PAIR_I(Threshold_GT), x, d, n, level);
                 break;
             case LevelRule::AbsLT:
-                Apply(ROVANE_PAIR_I(ippsThreshold_LTAbs_64f, sippsThreshold_LTAbs_32f), x, d, n, level);
+                Apply(ROVANE_PAIR_I(Threshold_LTAbs), x, d, n, level);
                 break;
             case LevelRule::AbsGT:
-                Apply(ROVANE_PAIR_I(ippsThreshold_GTAbs_64f, sippsThreshold_GTAbs_32f), x, d, n, level);
+                Apply(ROVANE_PAIR_I(Threshold_GTAbs), x, d, n, level);
                 break;
         }
     });
@@ -200,17 +202,17 @@ void ValueCore(bool below, double level, const TCplx& newValue, const TRovane& s
             auto* d = CplxAt<F>(dst, dstIndex).ptr();
             const auto v = Narrow<F>(newValue);
             if (below)
-                Apply(ROVANE_PAIR_I(ippsThreshold_LTVal_64fc, sippsThreshold_LTVal_32fc), x, d, len, l, v);
+                Apply(ROVANE_PAIR_I(Threshold_LTVal), x, d, len, l, v);
             else
-                Apply(ROVANE_PAIR_I(ippsThreshold_GTVal_64fc, sippsThreshold_GTVal_32fc), x, d, len, l, v);
+                Apply(ROVANE_PAIR_I(Threshold_GTVal), x, d, len, l, v);
         } else {
             const F* x = RealAt<F>(src, srcIndex).ptr();
             F* d = RealAt<F>(dst, dstIndex).ptr();
             const F v = Narrow<F>(newValue.Re);
             if (below)
-                Apply(ROVANE_PAIR_I(ippsThreshold_LTVal_64f, sippsThreshold_LTVal_32f), x, d, len, l, v);
+                Apply(ROVANE_PAIR_I(Threshold_LTVal), x, d, len, l, v);
             else
-                Apply(ROVANE_PAIR_I(ippsThreshold_GTVal_64f, sippsThreshold_GTVal_32f), x, d, len, l, v);
+                Apply(ROVANE_PAIR_I(Threshold_GTVal), x, d, len, l, v);
         }
     });
 }
@@ -265,7 +267,7 @@ void GtLtChecks(const TRovane& self, const GtLt& t) {
 void GtLtCore(const GtLt& t, const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
     ByWidth(dst.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        Apply(ROVANE_PAIR_I(ippsThreshold_LTValGTVal_64f, sippsThreshold_LTValGTVal_32f), RealRun<F>(src, srcIndex),
+        Apply(ROVANE_PAIR_I(Threshold_LTValGTVal), RealRun<F>(src, srcIndex),
               RealRun<F>(dst, dstIndex), RealLength(dst, len), Narrow<F>(t.ltLevel), Narrow<F>(t.ltValue),
               Narrow<F>(t.gtLevel), Narrow<F>(t.gtValue));
     });
@@ -320,7 +322,7 @@ void ReplaceRun(T* d, int32_t len, const T& value, const T& newValue, F toleranc
         if constexpr (IsComplex<T>)
             where([](const T& x) { return HasNaN(x); });
         else
-            Pick<F>(ippsReplaceNAN_64f_I_Idx, sippsReplaceNAN_32f_I_Idx)(newValue, d, 0, len);
+            prim::ReplaceNAN_I(newValue, d, 0, len);
     } else if (HasInf(value)) {
         where([](const T& x) { return HasInf(x); });
     } else if constexpr (IsComplex<T>) {
@@ -369,23 +371,21 @@ void NormCore(NormKind kind, const TCplx& sub, const TCplx& div, const TRovane& 
         if (!dst.fComplex) {
             // Real data; the complex kinds reach here only with checks off,
             // and then take the real parts of the scalars.
-            Pick<F>(ippsNormalize_64f_Idx, sippsNormalize_32f_Idx)(RealAt<F>(src, srcIndex).ptr(), 0,
-                                                                   RealAt<F>(dst, dstIndex).ptr(), 0, len,
-                                                                   Narrow<F>(sub.Re), Narrow<F>(div.Re));
+            prim::Normalize(RealAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len,
+                            Narrow<F>(sub.Re), Narrow<F>(div.Re));
             return;
         }
         const auto* x = CplxAt<F>(src, srcIndex).ptr();
         auto* d = CplxAt<F>(dst, dstIndex).ptr();
         if (kind != NormKind::ComplexBoth) {
-            Pick<F>(ippsNormalize_64fc_Idx, sippsNormalize_32fc_Idx)(x, 0, d, 0, len, Narrow<F>(sub),
-                                                                     Narrow<F>(div.Re));
+            prim::Normalize(x, 0, d, 0, len, Narrow<F>(sub), Narrow<F>(div.Re));
             return;
         }
         if (x == d)
-            Pick<F>(ippsSubC_64fc_I_Idx, sippsSubC_32fc_I_Idx)(Narrow<F>(sub), d, 0, len);
+            prim::SubC_I(Narrow<F>(sub), d, 0, len);
         else
-            Pick<F>(ippsSubC_64fc_Idx, sippsSubC_32fc_Idx)(x, 0, Narrow<F>(sub), d, 0, len);
-        Pick<F>(ippsDivC_64fc_I_Idx, sippsDivC_32fc_I_Idx)(Narrow<F>(div), d, 0, len);
+            prim::SubC(x, 0, Narrow<F>(sub), d, 0, len);
+        prim::DivC_I(Narrow<F>(div), d, 0, len);
     });
 }
 
@@ -448,10 +448,9 @@ TRovane& RandFill(TRovane& self, bool gauss, uint32_t seed, double a, double b) 
         F* d = RealAt<F>(self).ptr();
         const int32_t n = RealLength(self, self.fLength);
         if (gauss)
-            Pick<F>(ippsRandGauss_Directd_Idx, sippsRandGauss_Directd_Idx)(d, 0, n, seed, Narrow<F>(a), Narrow<F>(b));
+            prim::RandGauss_Direct(d, 0, n, seed, Narrow<F>(a), Narrow<F>(b));
         else
-            Pick<F>(ippsRandUniform_Directd_Idx, sippsRandUniform_Directd_Idx)(d, 0, n, seed, Narrow<F>(a),
-                                                                               Narrow<F>(b));
+            prim::RandUniform_Direct(d, 0, n, seed, Narrow<F>(a), Narrow<F>(b));
     });
     return self;
 }
@@ -598,8 +597,7 @@ TDenseRovane& TDenseRovane::ReplaceNAN(double value, int32_t index, int32_t len)
     if (len <= 0) return *this;
     ByWidth(fIsDouble, [&](auto f) {
         using F = decltype(f);
-        Pick<F>(ippsReplaceNAN_64f_I_Idx, sippsReplaceNAN_32f_I_Idx)(Narrow<F>(value), RealRun<F>(*this, index), 0,
-                                                                     RealLength(*this, len));
+        prim::ReplaceNAN_I(Narrow<F>(value), RealRun<F>(*this, index), 0, RealLength(*this, len));
     });
     return *this;
 }

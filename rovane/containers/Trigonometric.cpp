@@ -28,84 +28,84 @@ using C = ComplexOf<F>;
 
 template <class F>
 void Split(const C<F>* z, F* re, F* im, int32_t n) {
-    Pick<F>(ippsCplxToReal_64fc_Idx, sippsCplxToReal_32fc_Idx)(z, 0, re, 0, im, 0, n);
+    prim::CplxToReal(z, 0, re, 0, im, 0, n);
 }
 template <class F>
 void Join(const F* re, const F* im, C<F>* d, int32_t n) {
-    Pick<F>(ippsRealToCplx_64f_Idx, sippsRealToCplx_32f_Idx)(re, 0, im, 0, d, 0, n);
+    prim::RealToCplx(re, 0, im, 0, d, 0, n);
 }
 template <class F>
 void SinCos(const F* x, F* s, F* c, int32_t n) {
-    Pick<F>(ippsSinCos_64f_A53_Idx, sippsSinCos_32f_A24_Idx)(x, 0, s, 0, c, 0, n);
+    prim::SinCos(x, 0, s, 0, c, 0, n);
 }
 template <class F>
 void Exp(const F* x, F* d, int32_t n) {
-    Pick<F>(ippsExp_64f_A53_Idx, sippsExp_32f_A24_Idx)(x, 0, d, 0, n);
+    prim::Exp(x, 0, d, 0, n);
 }
 template <class F>
 void Ln(const F* x, F* d, int32_t n) {
-    Pick<F>(ippsLn_64f_A53_Idx, sippsLn_32f_A24_Idx)(x, 0, d, 0, n);
+    prim::Ln(x, 0, d, 0, n);
 }
 template <class F>
 void Sqrt(const F* x, F* d, int32_t n) {
-    Pick<F>(ippsSqrt_64f_A53_Idx, sippsSqrt_32f_A24_Idx)(x, 0, d, 0, n);
+    prim::Sqrt(x, 0, d, 0, n);
 }
 template <class F>
 void Sqr(F* d, int32_t n) {
-    Pick<F>(ippsSqr_64f_I_Idx, sippsSqr_32f_I_Idx)(d, 0, n);
+    prim::Sqr_I(d, 0, n);
 }
 template <class F>
 void Asin(const F* x, F* d, int32_t n) {
-    Pick<F>(ippsAsin_64f_A53_Idx, sippsAsin_32f_A24_Idx)(x, 0, d, 0, n);
+    prim::Asin(x, 0, d, 0, n);
 }
 // Real reciprocal 1 / x.
 template <class F>
 void Inv(const F* x, F* d, int32_t n) {
-    Pick<F>(ippsInv_64f_A53_Idx, sippsInv_32f_A24_Idx)(x, 0, d, 0, n);
+    prim::Inv(x, 0, d, 0, n);
 }
 // Complex reciprocal conj(z) / |z|^2: the inverse threshold with level 0.
 template <class F>
 void InvC(const C<F>* z, C<F>* d, int32_t n) {
-    Pick<F>(ippsThreshold_LTInv_64fc_Idx, sippsThreshold_LTInv_32fc_Idx)(z, 0, d, 0, n, F(0));
+    prim::Threshold_LTInv(z, 0, d, 0, n, F(0));
 }
 // atan2(y, x), the ordinate first.
 template <class F>
 void Atan2(const F* y, const F* x, F* d, int32_t n) {
-    Pick<F>(ippsAtan2_64f_A53_Idx, sippsAtan2_32f_A24_Idx)(y, 0, x, 0, d, 0, n);
+    prim::Atan2(y, 0, x, 0, d, 0, n);
 }
 // d = a + b, a - b, a * b, a / b.
 template <class F>
 void Add(const F* a, const F* b, F* d, int32_t n) {
-    Pick<F>(ippsAdd_64f_Idx, sippsAdd_32f_Idx)(a, 0, b, 0, d, 0, n);
+    prim::Add(a, 0, b, 0, d, 0, n);
 }
 template <class F>
 void Sub(const F* a, const F* b, F* d, int32_t n) {
-    Pick<F>(ippsSub_64f_Idx, sippsSub_32f_Idx)(b, 0, a, 0, d, 0, n);  // second minus first
+    prim::Sub(b, 0, a, 0, d, 0, n);  // second minus first
 }
 template <class F>
 void Mul(const F* a, const F* b, F* d, int32_t n) {
-    Pick<F>(ippsMul_64f_Idx, sippsMul_32f_Idx)(a, 0, b, 0, d, 0, n);
+    prim::Mul(a, 0, b, 0, d, 0, n);
 }
 template <class F>
 void Div(const F* a, const F* b, F* d, int32_t n) {
-    Pick<F>(ippsDiv_64f_A53_Idx, sippsDiv_32f_A24_Idx)(b, 0, a, 0, d, 0, n);  // second over first
+    prim::Div(b, 0, a, 0, d, 0, n);  // second over first
 }
 // d = x * c, x + c, c - x with a real constant.
 template <class F>
 void Scale(const F* x, F c, F* d, int32_t n) {
-    Pick<F>(ScaleByValue_Idx, sScaleByValue_Idx)(x, 0, c, d, 0, n);
+    prim::ScaleByValue(x, 0, c, d, 0, n);
 }
 template <class F>
 void AddC(const F* x, F c, F* d, int32_t n) {
-    Pick<F>(AddValue_Idx, sAddValue_Idx)(x, 0, c, d, 0, n);
+    prim::AddValue(x, 0, c, d, 0, n);
 }
 template <class F>
 void SubFromC(const F* x, F c, F* d, int32_t n) {
-    Pick<F>(SubFromValue_Idx, sSubFromValue_Idx)(x, 0, c, d, 0, n);
+    prim::SubFromValue(x, 0, c, d, 0, n);
 }
 template <class F>
 void Copy(const F* x, F* d, int32_t n) {
-    Pick<F>(ippsCopy_64f_Idx, ippsCopy_32f_Idx)(x, 0, d, 0, n);
+    prim::Copy(x, 0, d, 0, n);
 }
 
 }  // namespace run
@@ -247,10 +247,10 @@ void CplxArcSin(const C<F>* z, C<F>* d, int32_t n) {
     F* a = s[2];
     F* b = s[3];
     // (y, -x): only the source of the sign of the imaginary part.
-    Pick<F>(FlipConj_Idx, sFlipConj_Idx)(z, 0, f.get(), 0, n);
-    Pick<F>(ippsReal_64fc_Idx, sippsReal_32fc_Idx)(z, 0, t, 0, n);
+    prim::FlipConj(z, 0, f.get(), 0, n);
+    prim::Real(z, 0, t, 0, n);
     run::Scale(t, F(2), t, n);                                               // T = 2x
-    Pick<F>(ippsPowerSpectr_64fc_Idx, sippsPowerSpectr_32fc_Idx)(z, 0, p, 0, n);
+    prim::PowerSpectr(z, 0, p, 0, n);
     run::AddC(p, F(1), p, n);                                                // P = x*x + y*y + 1
     run::Add(p, t, a, n);                                                    // A = P + T
     run::Sub(p, t, b, n);                                                    // B = P - T
@@ -267,7 +267,7 @@ void CplxArcSin(const C<F>* z, C<F>* d, int32_t n) {
     run::Sqrt(p, p, n);
     run::Add(p, t, p, n);
     run::Ln(p, p, n);
-    Pick<F>(SgnMulcd_Idx, sSgnMulcd_Idx)(f.get(), 0, p, 0, n);
+    prim::SgnMulcd(f.get(), 0, p, 0, n);
     run::Join(a, p, d, n);
 }
 
@@ -281,7 +281,7 @@ void CplxArcTan(const C<F>* z, C<F>* d, int32_t n) {
     F* p = s[2];
     F* a = s[3];
     run::Split(z, x, y, n);
-    Pick<F>(ippsPowerSpectr_64fc_Idx, sippsPowerSpectr_32fc_Idx)(z, 0, p, 0, n);
+    prim::PowerSpectr(z, 0, p, 0, n);
     run::AddC(p, F(1), a, n);       // A = P + 1
     run::SubFromC(p, F(1), p, n);   // B = 1 - P
     run::Scale(x, F(2), x, n);      // X2
@@ -300,16 +300,16 @@ void CplxArcTan(const C<F>* z, C<F>* d, int32_t n) {
 template <class F>
 void CplxArcCos(const C<F>* z, C<F>* d, int32_t n) {
     CplxArcSin<F>(z, d, n);
-    Pick<F>(SubFromValuec_Idx, sSubFromValuec_Idx)(d, 0, C<F>(Narrow<F>(PIDIV2), F(0)), d, 0, n);
+    prim::SubFromValuec(d, 0, C<F>(Narrow<F>(PIDIV2), F(0)), d, 0, n);
 }
 
 template <class F>
 void MulIRun(const C<F>* z, C<F>* d, int32_t n) {
-    Pick<F>(MulI_Idx, sMulI_Idx)(z, 0, d, 0, n);
+    prim::MulI(z, 0, d, 0, n);
 }
 template <class F>
 void FlipConjRun(const C<F>* z, C<F>* d, int32_t n) {
-    Pick<F>(FlipConj_Idx, sFlipConj_Idx)(z, 0, d, 0, n);
+    prim::FlipConj(z, 0, d, 0, n);
 }
 
 // acosh z = i acos z
@@ -339,16 +339,12 @@ void CplxArcTanh(const C<F>* z, C<F>* d, int32_t n) {
 // Members as a pair of real and complex runs. Real: one primitive; complex:
 // one composition.
 // ---------------------------------------------------------------------------
-template <auto D, auto S>
-struct RealPrim {
-    template <class F>
-    static void Real(const F* x, F* d, int32_t n) {
-        Pick<F>(D, S)(x, 0, d, 0, n);
-    }
-};
-
 #define ROVANE_TRIG_OP(NAME, PRIM, CPLX)                                       \
-    struct NAME : RealPrim<ipps##PRIM##_64f_A53_Idx, sipps##PRIM##_32f_A24_Idx> { \
+    struct NAME {                                                              \
+        template <class F>                                                     \
+        static void Real(const F* x, F* d, int32_t n) {                        \
+            prim::PRIM(x, 0, d, 0, n);                                         \
+        }                                                                      \
         template <class F>                                                     \
         static void Cplx(const C<F>* z, C<F>* d, int32_t n) {                  \
             CPLX<F>(z, d, n);                                                  \

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "rovane/primitives/ippspl_core.h"
+#include "rovane/primitives/PrimShapes.h"
 
 namespace rovane {
 
@@ -14,18 +15,17 @@ namespace rovane {
 // ippStsSizeErr, a factor below 1 ippStsSampleFactorErr, a phase outside
 // 0 .. factor - 1 ippStsSamplePhaseErr; nothing is written then. Source and
 // destination must not overlap.
-ROVANE_API IppStatus ippsSampleUp_64f_Idx(const double* x, int32_t xIndex, int32_t len, double* d, int32_t dIndex,
-                                          int32_t& dstLen, int32_t factor, int32_t& phase);
-ROVANE_API IppStatus sippsSampleUp_32f_Idx(const float* x, int32_t xIndex, int32_t len, float* d, int32_t dIndex,
-                                           int32_t& dstLen, int32_t factor, int32_t& phase);
-
-// d = x truncated toward zero through a signed 64-bit integer and back. A
-// value the integer cannot hold (a NaN, an infinity, |x| >= 2^63) gives the
-// integer's indefinite value -2^63, and a negative zero or a negative
-// fraction above -1 gives +0, as the processor's conversion does. Source and
-// destination may be the same run. Nothing is done for a length of zero or
-// below.
-ROVANE_API void TruncInt64_Idx(const double* x, int32_t xIndex, double* d, int32_t dIndex, int32_t len);
-ROVANE_API void sTruncInt64_Idx(const float* x, int32_t xIndex, float* d, int32_t dIndex, int32_t len);
+//
+// TruncInt64: d = x truncated toward zero through a signed 64-bit integer and
+// back. A value the integer cannot hold (a NaN, an infinity, |x| >= 2^63)
+// gives the integer's indefinite value -2^63, and a negative zero or a
+// negative fraction above -1 gives +0, as the processor's conversion does.
+// Source and destination may be the same run. Nothing is done for a length
+// of zero or below.
+#define ROVANE_TWIN(N, D, S, SHAPE, ...) ROVANE_DECLARE_TWIN(IppStatus, D, S, SHAPE, __VA_ARGS__)
+#define ROVANE_OWN(N, D, S, SHAPE, ...) ROVANE_DECLARE_TWIN(void, D, S, SHAPE, __VA_ARGS__)
+#include "rovane/primitives/twins/PartsExtra.def"
+#undef ROVANE_TWIN
+#undef ROVANE_OWN
 
 }  // namespace rovane

@@ -31,17 +31,13 @@
 #pragma once
 
 #include "rovane/primitives/ippspl_core.h"
+#include "rovane/primitives/PrimShapes.h"
 
 namespace rovane {
 
-ROVANE_API IppStatus ippsRandUniform_Directd_Idx(double* d, int32_t dIndex, int32_t len, uint32_t& seed, double low,
-                                                 double high);
-ROVANE_API IppStatus sippsRandUniform_Directd_Idx(float* d, int32_t dIndex, int32_t len, uint32_t& seed, float low,
-                                                  float high);
-ROVANE_API IppStatus ippsRandGauss_Directd_Idx(double* d, int32_t dIndex, int32_t len, uint32_t& seed, double mean,
-                                               double stdDev);
-ROVANE_API IppStatus sippsRandGauss_Directd_Idx(float* d, int32_t dIndex, int32_t len, uint32_t& seed, float mean,
-                                                float stdDev);
+#define ROVANE_TWIN(N, D, S, SHAPE, ...) ROVANE_DECLARE_TWIN(IppStatus, D, S, SHAPE, __VA_ARGS__)
+#include "rovane/primitives/twins/Random.def"
+#undef ROVANE_TWIN
 
 // A fresh seed in 0 .. 2147483647 from the process-wide generator: a uniform
 // draw on [0, 1) times 2147483647, rounded. That generator is seeded once per

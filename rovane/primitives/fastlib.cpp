@@ -47,49 +47,49 @@ inline TArgs<float> ArgsOf(TSCplx v) { return TArgs<float>{v.Re, v.Im, 0, 0}; }
     ROVANE_FD_VAL(s##STEM##cd_Idx, float, TSCplx, float, TSCplx, KCD, SCALE_CD)                \
     ROVANE_FD_VAL(STEM##dc_Idx, double, double, TCplx, TCplx, KDC, 1)                          \
     ROVANE_FD_VAL(s##STEM##dc_Idx, float, float, TSCplx, TSCplx, KDC, 1)
-ROVANE_FD_VAL4(AddValue, AddS, CAddS, CAddRealS, RAddCplxS, 1)
-ROVANE_FD_VAL4(SubFromValue, SubRevS, CSubRevS, CSubFromRealS, RSubFromCplxS, 1)
+ROVANE_FD_VAL4(AddValue, AddValue, AddValuec, AddValuecd, AddValuedc, 1)
+ROVANE_FD_VAL4(SubFromValue, SubFromValue, SubFromValuec, SubFromValuecd, SubFromValuedc, 1)
 // A real scale of complex data is the real kernel over both parts.
-ROVANE_FD_VAL4(ScaleByValue, MulS, CMulS, MulS, RMulCplxS, 2)
-ROVANE_FD_VAL4(DivideValue, DivRevS, CDivRevS, CDivRealByS, RDivCplxByS, 1)
+ROVANE_FD_VAL4(ScaleByValue, ScaleByValue, ScaleByValuec, ScaleByValue, ScaleByValuedc, 2)
+ROVANE_FD_VAL4(DivideValue, DivideValue, DivideValuec, DivideValuecd, DivideValuedc, 1)
 
 #define ROVANE_FD_BIN2(STEM, TX64, TY64, TD64, TX32, TY32, TD32, K) \
     ROVANE_FD_BIN(STEM##_Idx, double, TX64, TY64, TD64, K) ROVANE_FD_BIN(s##STEM##_Idx, float, TX32, TY32, TD32, K)
 #define ROVANE_FD_CD(STEM, K) ROVANE_FD_BIN2(STEM, TCplx, double, TCplx, TSCplx, float, TSCplx, K)
 #define ROVANE_FD_DC(STEM, K) ROVANE_FD_BIN2(STEM, double, TCplx, TCplx, float, TSCplx, TSCplx, K)
 #define ROVANE_FD_CC(STEM, K) ROVANE_FD_BIN2(STEM, TCplx, TCplx, TCplx, TSCplx, TSCplx, TSCplx, K)
-ROVANE_FD_CD(AddVeccd, AddCR)
-ROVANE_FD_CD(SubVeccd, SubCR)
-ROVANE_FD_CD(MulVeccd, MulCR)
-ROVANE_FD_CD(DivVeccd, DivCR)
-ROVANE_FD_DC(SubVecdc, SubRC)
-ROVANE_FD_DC(DivVecdc, DivRC)
-ROVANE_FD_CC(DivVeccc, CDiv)
-ROVANE_FD_CC(ConjMulcc, CConjMul)
+ROVANE_FD_CD(AddVeccd, AddVeccd)
+ROVANE_FD_CD(SubVeccd, SubVeccd)
+ROVANE_FD_CD(MulVeccd, MulVeccd)
+ROVANE_FD_CD(DivVeccd, DivVeccd)
+ROVANE_FD_DC(SubVecdc, SubVecdc)
+ROVANE_FD_DC(DivVecdc, DivVecdc)
+ROVANE_FD_CC(DivVeccc, DivVeccc)
+ROVANE_FD_CC(ConjMulcc, ConjMulcc)
 ROVANE_FD_BIN2(Rem, double, double, double, float, float, float, Rem)
 
 void RemVal_Idx(const double* x, int32_t xIndex, double value, double* d, int32_t dIndex, int32_t len) {
-    Run1<double>(&TKernelSet<double>::RemValS, x, xIndex, d, dIndex, len, TArgs<double>{value, 1 / value, 0, 0});
+    Run1<double>(&TKernelSet<double>::RemVal, x, xIndex, d, dIndex, len, TArgs<double>{value, 1 / value, 0, 0});
 }
 void sRemVal_Idx(const float* x, int32_t xIndex, float value, float* d, int32_t dIndex, int32_t len) {
-    Run1<float>(&TKernelSet<float>::RemValS, x, xIndex, d, dIndex, len, TArgs<float>{value, 1 / value, 0, 0});
+    Run1<float>(&TKernelSet<float>::RemVal, x, xIndex, d, dIndex, len, TArgs<float>{value, 1 / value, 0, 0});
 }
 
 #define ROVANE_FD_UN2(STEM, TX64, TD64, TX32, TD32, K) \
     ROVANE_FD_UN(STEM##_Idx, double, TX64, TD64, K) ROVANE_FD_UN(s##STEM##_Idx, float, TX32, TD32, K)
-ROVANE_FD_UN2(MulI, TCplx, TCplx, TSCplx, TSCplx, CMulI)
-ROVANE_FD_UN2(Flip, TCplx, TCplx, TSCplx, TSCplx, CFlip)
-ROVANE_FD_UN2(FlipConj, TCplx, TCplx, TSCplx, TSCplx, CFlipConj)
-ROVANE_FD_UN2(Sgndd, double, double, float, float, Sgn)
-ROVANE_FD_UN2(Sgndc, double, TCplx, float, TSCplx, RSgnC)
-ROVANE_FD_UN2(Sgncd, TCplx, double, TSCplx, float, CSgnR)
-ROVANE_FD_UN2(Sgncc, TCplx, TCplx, TSCplx, TSCplx, CSgn)
+ROVANE_FD_UN2(MulI, TCplx, TCplx, TSCplx, TSCplx, MulI)
+ROVANE_FD_UN2(Flip, TCplx, TCplx, TSCplx, TSCplx, Flip)
+ROVANE_FD_UN2(FlipConj, TCplx, TCplx, TSCplx, TSCplx, FlipConj)
+ROVANE_FD_UN2(Sgndd, double, double, float, float, Sgndd)
+ROVANE_FD_UN2(Sgndc, double, TCplx, float, TSCplx, Sgndc)
+ROVANE_FD_UN2(Sgncd, TCplx, double, TSCplx, float, Sgncd)
+ROVANE_FD_UN2(Sgncc, TCplx, TCplx, TSCplx, TSCplx, Sgncc)
 
 #define ROVANE_FD_INPLACE2(STEM, TX64, TD64, TX32, TD32, K) \
     ROVANE_FD_INPLACE(STEM##_Idx, double, TX64, TD64, K) ROVANE_FD_INPLACE(s##STEM##_Idx, float, TX32, TD32, K)
 ROVANE_FD_INPLACE2(SgnMul, double, double, float, float, SgnMul)
-ROVANE_FD_INPLACE2(SgnMulc, TCplx, TCplx, TSCplx, TSCplx, CSgnMul)
-ROVANE_FD_INPLACE2(SgnMulcd, TCplx, double, TSCplx, float, SgnMulCR)
-ROVANE_FD_INPLACE2(SgnMuldc, double, TCplx, float, TSCplx, SgnMulRC)
+ROVANE_FD_INPLACE2(SgnMulc, TCplx, TCplx, TSCplx, TSCplx, SgnMulc)
+ROVANE_FD_INPLACE2(SgnMulcd, TCplx, double, TSCplx, float, SgnMulcd)
+ROVANE_FD_INPLACE2(SgnMuldc, double, TCplx, float, TSCplx, SgnMuldc)
 
 }  // namespace rovane

@@ -1,5 +1,5 @@
 // Catalogue entries: each is a thin wrapper that checks its arguments and
-// calls one kernel of the active table (kernels/Kernels.inc). The definition
+// calls one kernel of the active table (kernels/KernelTable.h). The definition
 // macros below stamp a double routine and its single twin from one line.
 #include "rovane/primitives/ippspl.h"
 
@@ -150,55 +150,55 @@ ROVANE_PAIR_C(ROVANE_C_BIN_YX, ippsSub_64fc_Idx, sippsSub_32fc_Idx, Sub, 2)
 ROVANE_PAIR(ROVANE_R_BIN_I, ippsSub_64f_I_Idx, sippsSub_32f_I_Idx, Sub)
 ROVANE_PAIR_C(ROVANE_C_BIN_I, ippsSub_64fc_I_Idx, sippsSub_32fc_I_Idx, Sub, 2)
 ROVANE_PAIR(ROVANE_R_BIN, ippsMul_64f_Idx, sippsMul_32f_Idx, Mul)
-ROVANE_PAIR_C(ROVANE_C_BIN, ippsMul_64fc_Idx, sippsMul_32fc_Idx, CMul, 1)
+ROVANE_PAIR_C(ROVANE_C_BIN, ippsMul_64fc_Idx, sippsMul_32fc_Idx, Mulc, 1)
 ROVANE_PAIR(ROVANE_R_BIN_I, ippsMul_64f_I_Idx, sippsMul_32f_I_Idx, Mul)
-ROVANE_PAIR_C(ROVANE_C_BIN_I, ippsMul_64fc_I_Idx, sippsMul_32fc_I_Idx, CMul, 1)
+ROVANE_PAIR_C(ROVANE_C_BIN_I, ippsMul_64fc_I_Idx, sippsMul_32fc_I_Idx, Mulc, 1)
 ROVANE_PAIR(ROVANE_R_BIN_YX, ippsDiv_64f_A53_Idx, sippsDiv_32f_A24_Idx, Div)
 ROVANE_PAIR(ROVANE_R_BIN, ippsAddProduct_64f_Idx, sippsAddProduct_32f_Idx, AddProduct)
-ROVANE_PAIR_C(ROVANE_C_BIN, ippsAddProduct_64fc_Idx, sippsAddProduct_32fc_Idx, CAddProduct, 1)
+ROVANE_PAIR_C(ROVANE_C_BIN, ippsAddProduct_64fc_Idx, sippsAddProduct_32fc_Idx, AddProductc, 1)
 
 // Scalar operand.
 #define ROVANE_D_CVAL_I(N, F, C, K, SIGN)                                                  \
     IppStatus N(C value, C* d, int32_t dIndex, int32_t len) {                              \
         return Run1<F>(&TKernelSet<F>::K, d, dIndex, d, dIndex, len, Val<F>(SIGN value.Re, SIGN value.Im)); \
     }
-ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsAddC_64fc_I_Idx, sippsAddC_32fc_I_Idx, CAddS, +)
-ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsSubC_64fc_I_Idx, sippsSubC_32fc_I_Idx, CAddS, -)  // x + (-c) is x - c exactly
-ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsSubCRev_64fc_I_Idx, sippsSubCRev_32fc_I_Idx, CSubRevS, +)
-ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsMulC_64fc_I_Idx, sippsMulC_32fc_I_Idx, CMulS, +)
+ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsAddC_64fc_I_Idx, sippsAddC_32fc_I_Idx, AddValuec, +)
+ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsSubC_64fc_I_Idx, sippsSubC_32fc_I_Idx, AddValuec, -)  // x + (-c) is x - c exactly
+ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsSubCRev_64fc_I_Idx, sippsSubCRev_32fc_I_Idx, SubFromValuec, +)
+ROVANE_PAIR_C(ROVANE_D_CVAL_I, ippsMulC_64fc_I_Idx, sippsMulC_32fc_I_Idx, ScaleByValuec, +)
 #define ROVANE_D_SUBC(N, F, C)                                                                         \
     IppStatus N(const C* x, int32_t xIndex, C value, C* d, int32_t dIndex, int32_t len) {              \
-        return Run1<F>(&TKernelSet<F>::CAddS, x, xIndex, d, dIndex, len, Val<F>(-value.Re, -value.Im)); \
+        return Run1<F>(&TKernelSet<F>::AddValuec, x, xIndex, d, dIndex, len, Val<F>(-value.Re, -value.Im)); \
     }
 ROVANE_PAIR_C(ROVANE_D_SUBC, ippsSubC_64fc_Idx, sippsSubC_32fc_Idx)
 #define ROVANE_D_RVAL_I(N, F, K)                                                                               \
     IppStatus N(F value, F* d, int32_t dIndex, int32_t len) {                                                 \
         return Run1<F>(&TKernelSet<F>::K, d, dIndex, d, dIndex, len, Val<F>(value));                          \
     }
-ROVANE_PAIR(ROVANE_D_RVAL_I, ippsMulC_64f_I_Idx, sippsMulC_32f_I_Idx, MulS)
-ROVANE_PAIR(ROVANE_D_RVAL_I, ippsDivC_64f_I_Idx, sippsDivC_32f_I_Idx, DivS)
+ROVANE_PAIR(ROVANE_D_RVAL_I, ippsMulC_64f_I_Idx, sippsMulC_32f_I_Idx, ScaleByValue)
+ROVANE_PAIR(ROVANE_D_RVAL_I, ippsDivC_64f_I_Idx, sippsDivC_32f_I_Idx, DivC)
 #define ROVANE_D_CDIVC(N, F, C)                                                                       \
     IppStatus N(C value, C* d, int32_t dIndex, int32_t len) {                                         \
         const F k = F(1) / (value.Re * value.Re + value.Im * value.Im);                               \
-        return Run1<F>(&TKernelSet<F>::CMulS, d, dIndex, d, dIndex, len, Val<F>(value.Re * k, -value.Im * k)); \
+        return Run1<F>(&TKernelSet<F>::ScaleByValuec, d, dIndex, d, dIndex, len, Val<F>(value.Re * k, -value.Im * k)); \
     }
 ROVANE_PAIR_C(ROVANE_D_CDIVC, ippsDivC_64fc_I_Idx, sippsDivC_32fc_I_Idx)
 
 // Squares, roots, magnitudes, parts.
 ROVANE_PAIR(ROVANE_R_UN, ippsSqr_64f_Idx, sippsSqr_32f_Idx, Sqr)
 ROVANE_PAIR(ROVANE_R_UN_I, ippsSqr_64f_I_Idx, sippsSqr_32f_I_Idx, Sqr)
-ROVANE_PAIR_C(ROVANE_C_UN, ippsSqr_64fc_Idx, sippsSqr_32fc_Idx, CSqr)
-ROVANE_PAIR_C(ROVANE_C_UN_I, ippsSqr_64fc_I_Idx, sippsSqr_32fc_I_Idx, CSqr)
+ROVANE_PAIR_C(ROVANE_C_UN, ippsSqr_64fc_Idx, sippsSqr_32fc_Idx, Sqrc)
+ROVANE_PAIR_C(ROVANE_C_UN_I, ippsSqr_64fc_I_Idx, sippsSqr_32fc_I_Idx, Sqrc)
 ROVANE_PAIR(ROVANE_R_UN, ippsSqrt_64f_A53_Idx, sippsSqrt_32f_A24_Idx, Sqrt)
 ROVANE_PAIR(ROVANE_R_UN, ippsAbs_64f_Idx, sippsAbs_32f_Idx, Abs)
 ROVANE_PAIR(ROVANE_R_UN_I, ippsAbs_64f_I_Idx, sippsAbs_32f_I_Idx, Abs)
 ROVANE_PAIR_C(ROVANE_C_TO_R, ippsMagnitude_64fc_Idx, sippsMagnitude_32fc_Idx, Magnitude)
 ROVANE_PAIR_C(ROVANE_C_TO_R, ippsPowerSpectr_64fc_Idx, sippsPowerSpectr_32fc_Idx, PowerSpectr)
 ROVANE_PAIR_C(ROVANE_C_TO_R, ippsPhase_64fc_Idx, sippsPhase_32fc_Idx, Phase)
-ROVANE_PAIR_C(ROVANE_C_TO_R, ippsReal_64fc_Idx, sippsReal_32fc_Idx, RealPart)
-ROVANE_PAIR_C(ROVANE_C_TO_R, ippsImag_64fc_Idx, sippsImag_32fc_Idx, ImagPart)
-ROVANE_PAIR_C(ROVANE_C_UN, ippsConj_64fc_Idx, sippsConj_32fc_Idx, CConj)
-ROVANE_PAIR_C(ROVANE_C_UN_I, ippsConj_64fc_I_Idx, sippsConj_32fc_I_Idx, CConj)
+ROVANE_PAIR_C(ROVANE_C_TO_R, ippsReal_64fc_Idx, sippsReal_32fc_Idx, Real)
+ROVANE_PAIR_C(ROVANE_C_TO_R, ippsImag_64fc_Idx, sippsImag_32fc_Idx, Imag)
+ROVANE_PAIR_C(ROVANE_C_UN, ippsConj_64fc_Idx, sippsConj_32fc_Idx, Conj)
+ROVANE_PAIR_C(ROVANE_C_UN_I, ippsConj_64fc_I_Idx, sippsConj_32fc_I_Idx, Conj)
 ROVANE_PAIR_C(ROVANE_C_SPLIT, ippsCartToPolar_64fc_Idx, sippsCartToPolar_32fc_Idx, CartToPolar)
 ROVANE_PAIR_C(ROVANE_C_SPLIT, ippsCplxToReal_64fc_Idx, sippsCplxToReal_32fc_Idx, CplxToReal)
 ROVANE_PAIR_C(ROVANE_R_JOIN, ippsPolarToCart_64fc_Idx, sippsPolarToCart_32fc_Idx, PolarToCart)
@@ -234,11 +234,11 @@ IppStatus sippsNormalize_32f_Idx(const float* x, int32_t xIndex, float* d, int32
 }
 IppStatus ippsNormalize_64fc_Idx(const TCplx* x, int32_t xIndex, TCplx* d, int32_t dIndex, int32_t len, TCplx sub,
                                  double div) {
-    return Run1<double>(&TKernelSet<double>::CNormalize, x, xIndex, d, dIndex, len, Val(sub.Re, sub.Im, 1 / div));
+    return Run1<double>(&TKernelSet<double>::Normalizec, x, xIndex, d, dIndex, len, Val(sub.Re, sub.Im, 1 / div));
 }
 IppStatus sippsNormalize_32fc_Idx(const TSCplx* x, int32_t xIndex, TSCplx* d, int32_t dIndex, int32_t len, TSCplx sub,
                                   float div) {
-    return Run1<float>(&TKernelSet<float>::CNormalize, x, xIndex, d, dIndex, len, Val(sub.Re, sub.Im, 1 / div));
+    return Run1<float>(&TKernelSet<float>::Normalizec, x, xIndex, d, dIndex, len, Val(sub.Re, sub.Im, 1 / div));
 }
 
 // Transcendental functions.
@@ -265,7 +265,7 @@ ROVANE_PAIR(ROVANE_R_BIN, ippsPow_64f_A53_Idx, sippsPow_32f_A24_Idx, Pow)
 ROVANE_PAIR(ROVANE_R_SPLIT, ippsSinCos_64f_A53_Idx, sippsSinCos_32f_A24_Idx, SinCos)
 #define ROVANE_D_POWX(N, F)                                                                          \
     IppStatus N(const F* x, int32_t xIndex, F value, F* d, int32_t dIndex, int32_t len) {            \
-        return Run1<F>(&TKernelSet<F>::PowxS, x, xIndex, d, dIndex, len, Val<F>(value));            \
+        return Run1<F>(&TKernelSet<F>::Powx, x, xIndex, d, dIndex, len, Val<F>(value));            \
     }
 ROVANE_D_POWX(ippsPowx_64f_A53_Idx, double)
 ROVANE_D_POWX(sippsPowx_32f_A24_Idx, float)
@@ -305,8 +305,9 @@ ROVANE_PAIR(ROVANE_R_SPLIT, ippsModf_64f_Idx, sippsModf_32f_Idx, Modf)
 #define ROVANE_D_LEVEL(N, NI, F, T, K, KZERO, NEG_CHECK)                                       \
     IppStatus N(const T* x, int32_t xIndex, T* d, int32_t dIndex, int32_t len, F level) {      \
         if (NEG_CHECK && len > 0 && level < 0) return ippStsThreshNegLevelErr;                 \
-        return Run1<F>(level == 0 ? &TKernelSet<F>::KZERO : &TKernelSet<F>::K, x, xIndex, d, dIndex, len, \
-                       Val<F>(level));                                                         \
+        using KP = kern::K1<F> TKernelSet<F>::*; /* the two may sit in different families */   \
+        return Run1<F>(level == 0 ? KP(&TKernelSet<F>::KZERO) : KP(&TKernelSet<F>::K), x, xIndex, d, dIndex,  \
+                       len, Val<F>(level));                                                    \
     }                                                                                          \
     IppStatus NI(T* d, int32_t dIndex, int32_t len, F level) { return N(d, dIndex, d, dIndex, len, level); }
 #define ROVANE_D_LEVELVAL(N, NI, F, T, K)                                                             \
@@ -319,37 +320,37 @@ ROVANE_PAIR(ROVANE_R_SPLIT, ippsModf_64f_Idx, sippsModf_32f_Idx, Modf)
     IppStatus NI(T* d, int32_t dIndex, int32_t len, F level, T value) {                               \
         return N(d, dIndex, d, dIndex, len, level, value);                                            \
     }
-ROVANE_D_LEVEL(ippsThreshold_LT_64f_Idx, ippsThreshold_LT_64f_I_Idx, double, double, ThreshLT, ThreshLT, false)
-ROVANE_D_LEVEL(sippsThreshold_LT_32f_Idx, sippsThreshold_LT_32f_I_Idx, float, float, ThreshLT, ThreshLT, false)
-ROVANE_D_LEVEL(ippsThreshold_LT_64fc_Idx, ippsThreshold_LT_64fc_I_Idx, double, TCplx, CThreshLT, CThreshLT, true)
-ROVANE_D_LEVEL(sippsThreshold_LT_32fc_Idx, sippsThreshold_LT_32fc_I_Idx, float, TSCplx, CThreshLT, CThreshLT, true)
-ROVANE_D_LEVEL(ippsThreshold_GT_64f_Idx, ippsThreshold_GT_64f_I_Idx, double, double, ThreshGT, ThreshGT, false)
-ROVANE_D_LEVEL(sippsThreshold_GT_32f_Idx, sippsThreshold_GT_32f_I_Idx, float, float, ThreshGT, ThreshGT, false)
-ROVANE_D_LEVEL(ippsThreshold_GT_64fc_Idx, ippsThreshold_GT_64fc_I_Idx, double, TCplx, CThreshGT, CThreshGT, true)
-ROVANE_D_LEVEL(sippsThreshold_GT_32fc_Idx, sippsThreshold_GT_32fc_I_Idx, float, TSCplx, CThreshGT, CThreshGT, true)
-ROVANE_D_LEVEL(ippsThreshold_LTAbs_64f_Idx, ippsThreshold_LTAbs_64f_I_Idx, double, double, ThreshLTAbs, ThreshLTAbs, false)
-ROVANE_D_LEVEL(sippsThreshold_LTAbs_32f_Idx, sippsThreshold_LTAbs_32f_I_Idx, float, float, ThreshLTAbs, ThreshLTAbs, false)
-ROVANE_D_LEVEL(ippsThreshold_GTAbs_64f_Idx, ippsThreshold_GTAbs_64f_I_Idx, double, double, ThreshGTAbs, ThreshGTAbs, false)
-ROVANE_D_LEVEL(sippsThreshold_GTAbs_32f_Idx, sippsThreshold_GTAbs_32f_I_Idx, float, float, ThreshGTAbs, ThreshGTAbs, false)
+ROVANE_D_LEVEL(ippsThreshold_LT_64f_Idx, ippsThreshold_LT_64f_I_Idx, double, double, Threshold_LT, Threshold_LT, false)
+ROVANE_D_LEVEL(sippsThreshold_LT_32f_Idx, sippsThreshold_LT_32f_I_Idx, float, float, Threshold_LT, Threshold_LT, false)
+ROVANE_D_LEVEL(ippsThreshold_LT_64fc_Idx, ippsThreshold_LT_64fc_I_Idx, double, TCplx, Threshold_LTc, Threshold_LTc, true)
+ROVANE_D_LEVEL(sippsThreshold_LT_32fc_Idx, sippsThreshold_LT_32fc_I_Idx, float, TSCplx, Threshold_LTc, Threshold_LTc, true)
+ROVANE_D_LEVEL(ippsThreshold_GT_64f_Idx, ippsThreshold_GT_64f_I_Idx, double, double, Threshold_GT, Threshold_GT, false)
+ROVANE_D_LEVEL(sippsThreshold_GT_32f_Idx, sippsThreshold_GT_32f_I_Idx, float, float, Threshold_GT, Threshold_GT, false)
+ROVANE_D_LEVEL(ippsThreshold_GT_64fc_Idx, ippsThreshold_GT_64fc_I_Idx, double, TCplx, Threshold_GTc, Threshold_GTc, true)
+ROVANE_D_LEVEL(sippsThreshold_GT_32fc_Idx, sippsThreshold_GT_32fc_I_Idx, float, TSCplx, Threshold_GTc, Threshold_GTc, true)
+ROVANE_D_LEVEL(ippsThreshold_LTAbs_64f_Idx, ippsThreshold_LTAbs_64f_I_Idx, double, double, Threshold_LTAbs, Threshold_LTAbs, false)
+ROVANE_D_LEVEL(sippsThreshold_LTAbs_32f_Idx, sippsThreshold_LTAbs_32f_I_Idx, float, float, Threshold_LTAbs, Threshold_LTAbs, false)
+ROVANE_D_LEVEL(ippsThreshold_GTAbs_64f_Idx, ippsThreshold_GTAbs_64f_I_Idx, double, double, Threshold_GTAbs, Threshold_GTAbs, false)
+ROVANE_D_LEVEL(sippsThreshold_GTAbs_32f_Idx, sippsThreshold_GTAbs_32f_I_Idx, float, float, Threshold_GTAbs, Threshold_GTAbs, false)
 // Level 0 is a plain reciprocal.
-ROVANE_D_LEVEL(ippsThreshold_LTInv_64f_Idx, ippsThreshold_LTInv_64f_I_Idx, double, double, ThreshLTInv, Inv, true)
-ROVANE_D_LEVEL(sippsThreshold_LTInv_32f_Idx, sippsThreshold_LTInv_32f_I_Idx, float, float, ThreshLTInv, Inv, true)
-ROVANE_D_LEVEL(ippsThreshold_LTInv_64fc_Idx, ippsThreshold_LTInv_64fc_I_Idx, double, TCplx, CThreshLTInv, CInv, true)
-ROVANE_D_LEVEL(sippsThreshold_LTInv_32fc_Idx, sippsThreshold_LTInv_32fc_I_Idx, float, TSCplx, CThreshLTInv, CInv, true)
-ROVANE_D_LEVELVAL(ippsThreshold_LTVal_64f_Idx, ippsThreshold_LTVal_64f_I_Idx, double, double, ThreshLTVal)
-ROVANE_D_LEVELVAL(sippsThreshold_LTVal_32f_Idx, sippsThreshold_LTVal_32f_I_Idx, float, float, ThreshLTVal)
-ROVANE_D_LEVELVAL(ippsThreshold_LTVal_64fc_Idx, ippsThreshold_LTVal_64fc_I_Idx, double, TCplx, CThreshLTVal)
-ROVANE_D_LEVELVAL(sippsThreshold_LTVal_32fc_Idx, sippsThreshold_LTVal_32fc_I_Idx, float, TSCplx, CThreshLTVal)
-ROVANE_D_LEVELVAL(ippsThreshold_GTVal_64f_Idx, ippsThreshold_GTVal_64f_I_Idx, double, double, ThreshGTVal)
-ROVANE_D_LEVELVAL(sippsThreshold_GTVal_32f_Idx, sippsThreshold_GTVal_32f_I_Idx, float, float, ThreshGTVal)
-ROVANE_D_LEVELVAL(ippsThreshold_GTVal_64fc_Idx, ippsThreshold_GTVal_64fc_I_Idx, double, TCplx, CThreshGTVal)
-ROVANE_D_LEVELVAL(sippsThreshold_GTVal_32fc_Idx, sippsThreshold_GTVal_32fc_I_Idx, float, TSCplx, CThreshGTVal)
+ROVANE_D_LEVEL(ippsThreshold_LTInv_64f_Idx, ippsThreshold_LTInv_64f_I_Idx, double, double, Threshold_LTInv, Inv, true)
+ROVANE_D_LEVEL(sippsThreshold_LTInv_32f_Idx, sippsThreshold_LTInv_32f_I_Idx, float, float, Threshold_LTInv, Inv, true)
+ROVANE_D_LEVEL(ippsThreshold_LTInv_64fc_Idx, ippsThreshold_LTInv_64fc_I_Idx, double, TCplx, Threshold_LTInvc, Invc, true)
+ROVANE_D_LEVEL(sippsThreshold_LTInv_32fc_Idx, sippsThreshold_LTInv_32fc_I_Idx, float, TSCplx, Threshold_LTInvc, Invc, true)
+ROVANE_D_LEVELVAL(ippsThreshold_LTVal_64f_Idx, ippsThreshold_LTVal_64f_I_Idx, double, double, Threshold_LTVal)
+ROVANE_D_LEVELVAL(sippsThreshold_LTVal_32f_Idx, sippsThreshold_LTVal_32f_I_Idx, float, float, Threshold_LTVal)
+ROVANE_D_LEVELVAL(ippsThreshold_LTVal_64fc_Idx, ippsThreshold_LTVal_64fc_I_Idx, double, TCplx, Threshold_LTValc)
+ROVANE_D_LEVELVAL(sippsThreshold_LTVal_32fc_Idx, sippsThreshold_LTVal_32fc_I_Idx, float, TSCplx, Threshold_LTValc)
+ROVANE_D_LEVELVAL(ippsThreshold_GTVal_64f_Idx, ippsThreshold_GTVal_64f_I_Idx, double, double, Threshold_GTVal)
+ROVANE_D_LEVELVAL(sippsThreshold_GTVal_32f_Idx, sippsThreshold_GTVal_32f_I_Idx, float, float, Threshold_GTVal)
+ROVANE_D_LEVELVAL(ippsThreshold_GTVal_64fc_Idx, ippsThreshold_GTVal_64fc_I_Idx, double, TCplx, Threshold_GTValc)
+ROVANE_D_LEVELVAL(sippsThreshold_GTVal_32fc_Idx, sippsThreshold_GTVal_32fc_I_Idx, float, TSCplx, Threshold_GTValc)
 
 #define ROVANE_D_LTVALGTVAL(N, NI, F)                                                                        \
     IppStatus N(const F* x, int32_t xIndex, F* d, int32_t dIndex, int32_t len, F lowLevel, F lowValue,         \
                 F highLevel, F highValue) {                                                                  \
         if (len > 0 && lowLevel > highLevel) return ippStsThresholdErr;                                      \
-        return Run1<F>(&TKernelSet<F>::ThreshLTValGTVal, x, xIndex, d, dIndex, len,                          \
+        return Run1<F>(&TKernelSet<F>::Threshold_LTValGTVal, x, xIndex, d, dIndex, len,                          \
                        Val<F>(lowLevel, lowValue, highLevel, highValue));                                    \
     }                                                                                                        \
     IppStatus NI(F* d, int32_t dIndex, int32_t len, F lowLevel, F lowValue, F highLevel, F highValue) {      \
@@ -357,7 +358,7 @@ ROVANE_D_LEVELVAL(sippsThreshold_GTVal_32fc_Idx, sippsThreshold_GTVal_32fc_I_Idx
     }
 ROVANE_D_LTVALGTVAL(ippsThreshold_LTValGTVal_64f_Idx, ippsThreshold_LTValGTVal_64f_I_Idx, double)
 ROVANE_D_LTVALGTVAL(sippsThreshold_LTValGTVal_32f_Idx, sippsThreshold_LTValGTVal_32f_I_Idx, float)
-ROVANE_PAIR(ROVANE_D_RVAL_I, ippsReplaceNAN_64f_I_Idx, sippsReplaceNAN_32f_I_Idx, ReplaceNan)
+ROVANE_PAIR(ROVANE_D_RVAL_I, ippsReplaceNAN_64f_I_Idx, sippsReplaceNAN_32f_I_Idx, ReplaceNAN)
 
 // Motion, fill and conversion.
 #define ROVANE_D_COPY(N, T)                                                                  \

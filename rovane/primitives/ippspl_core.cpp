@@ -2,6 +2,9 @@
 #include "rovane/primitives/ippspl_core.h"
 
 #include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <thread>
 
 #include "rovane/primitives/kernels/Dispatch.h"
@@ -94,14 +97,29 @@ const kern::TKernelTables& TablesOf(TPrimitiveIsa isa) {
     }
 }
 
-struct TActive {
-    std::atomic<const kern::TKernelTables*> tables;
-    std::atomic<TPrimitiveIsa> isa;
-    TActive() {
-        const TPrimitiveIsa best = BestPrimitiveIsa();
-        tables.store(&TablesOf(best));
-        isa.store(best);
+// The table at start: ROVANE_ISA when it names a table this processor runs,
+// else the widest one; an unknown or unsupported name is reported once on
+// stderr (this runs once per process, before any primitive call).
+TPrimitiveIsa StartIsa() {
+    const TPrimitiveIsa best = BestPrimitiveIsa();
+    const char* wanted = std::getenv("ROVANE_ISA");
+    if (!wanted || !*wanted) return best;
+    for (TPrimitiveIsa isa : {piReference, piBaseline, piAvx2, piAvx512}) {
+        if (std::strcmp(wanted, PrimitiveIsaName(isa)) != 0) continue;
+        if (IsaSupported(isa)) return isa;
+        std::fprintf(stderr, "Rovane: ROVANE_ISA=%s is not supported by this processor; using %s.\n", wanted,
+                     PrimitiveIsaName(best));
+        return best;
     }
+    std::fprintf(stderr, "Rovane: ROVANE_ISA=%s is not one of reference, baseline, avx2, avx512; using %s.\n",
+                 wanted, PrimitiveIsaName(best));
+    return best;
+}
+
+struct TActive {
+    const TPrimitiveIsa start = StartIsa();
+    std::atomic<const kern::TKernelTables*> tables{&TablesOf(start)};
+    std::atomic<TPrimitiveIsa> isa{start};
 };
 
 TActive& Active() {
@@ -118,6 +136,8 @@ TPrimitiveIsa BestPrimitiveIsa() {
 }
 
 TPrimitiveIsa PrimitiveIsa() { return Active().isa.load(std::memory_order_relaxed); }
+
+TPrimitiveIsa DefaultPrimitiveIsa() { return Active().start; }
 
 bool SetPrimitiveIsa(TPrimitiveIsa isa) {
     if (isa < piReference || isa > piAvx512 || !IsaSupported(isa)) return false;

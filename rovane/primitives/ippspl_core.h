@@ -16,6 +16,27 @@
 
 namespace rovane {
 
+// Element type of a double routine's argument, and of its single twin's:
+// 64f reads as 32f, 64fc as 32fc; integers, levels of other types and
+// enumerations stay. The catalogue tables declare both twins from the double
+// types through these.
+template <class T>
+struct SingleTwinOf {
+    using type = T;
+};
+template <>
+struct SingleTwinOf<double> {
+    using type = float;
+};
+template <>
+struct SingleTwinOf<TCplx> {
+    using type = TSCplx;
+};
+template <class T>
+using AsDouble = T;
+template <class T>
+using AsSingle = typename SingleTwinOf<T>::type;
+
 // Result of a catalogue primitive: 0 success, negative error, positive warning.
 using IppStatus = int32_t;
 
@@ -86,11 +107,17 @@ ROVANE_API IppStatus ippSetNumThreads(int32_t n);
 ROVANE_API IppStatus ippSetDenormAreZeros(int32_t flag);
 
 // Instruction set of the element-wise kernels. The widest one the processor
-// runs is chosen when the library loads; piReference evaluates the
-// transcendental functions in long double one element at a time.
+// runs is chosen when the library loads, unless the environment variable
+// ROVANE_ISA names another (reference, baseline, avx2, avx512) that the
+// processor runs; an unknown or unsupported name is reported once on stderr
+// and the widest table taken. piReference evaluates the transcendental
+// functions in long double one element at a time.
 enum TPrimitiveIsa : int32_t { piReference, piBaseline, piAvx2, piAvx512 };
+// The table in use, the widest this processor runs, and the one chosen at
+// start (the one to return to after a SetPrimitiveIsa).
 ROVANE_API TPrimitiveIsa PrimitiveIsa();
 ROVANE_API TPrimitiveIsa BestPrimitiveIsa();
+ROVANE_API TPrimitiveIsa DefaultPrimitiveIsa();
 // Switches the kernels for every thread; false (and no change) when the
 // processor lacks the instruction set. Call it while no other thread is in
 // the primitive layer.

@@ -17,13 +17,14 @@ inline std::vector<rovane::TPrimitiveIsa> AllIsas() {
     return {rovane::piReference, rovane::piBaseline, rovane::piAvx2, rovane::piAvx512};
 }
 
-// Runs a test body under one kernel table and restores the best one after.
+// Runs a test body under one kernel table and restores the one the process
+// started with after.
 class IsaTest : public ::testing::TestWithParam<rovane::TPrimitiveIsa> {
 protected:
     void SetUp() override {
         if (!rovane::SetPrimitiveIsa(GetParam())) GTEST_SKIP() << "processor lacks " << rovane::PrimitiveIsaName(GetParam());
     }
-    void TearDown() override { rovane::SetPrimitiveIsa(rovane::BestPrimitiveIsa()); }
+    void TearDown() override { rovane::SetPrimitiveIsa(rovane::DefaultPrimitiveIsa()); }
 };
 
 inline std::string IsaName(const ::testing::TestParamInfo<rovane::TPrimitiveIsa>& info) {

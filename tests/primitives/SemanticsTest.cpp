@@ -1,5 +1,8 @@
 // Status codes, services and the edge rules of sign, remainder, threshold and
 // rounding primitives.
+#include <cstdio>
+#include <cstdlib>
+#include <string>
 #include <cmath>
 #include <limits>
 
@@ -34,10 +37,42 @@ TEST(PrimitiveStatus, Services) {
     EXPECT_EQ(ippSetNumThreads(4), 1);
     EXPECT_EQ(ippGetNumThreads(n), 1);
     EXPECT_EQ(n, 1);
-    EXPECT_EQ(PrimitiveIsa(), BestPrimitiveIsa());
+    EXPECT_EQ(PrimitiveIsa(), DefaultPrimitiveIsa());
     EXPECT_TRUE(SetPrimitiveIsa(piReference));
     EXPECT_EQ(PrimitiveIsa(), piReference);
-    EXPECT_TRUE(SetPrimitiveIsa(BestPrimitiveIsa()));
+    EXPECT_TRUE(SetPrimitiveIsa(DefaultPrimitiveIsa()));
+}
+
+// The table at start follows ROVANE_ISA (the suite runs once per table this
+// processor offers, each run with its own value); without it, the widest.
+TEST(PrimitiveStatus, StartTableFollowsTheEnvironment) {
+    const char* wanted = std::getenv("ROVANE_ISA");
+    if (!wanted) {
+        EXPECT_EQ(DefaultPrimitiveIsa(), BestPrimitiveIsa());
+        return;
+    }
+    TPrimitiveIsa named = BestPrimitiveIsa();
+    for (TPrimitiveIsa isa : {piReference, piBaseline, piAvx2, piAvx512})
+        if (std::string(wanted) == PrimitiveIsaName(isa) && isa <= BestPrimitiveIsa()) named = isa;
+    EXPECT_EQ(DefaultPrimitiveIsa(), named) << "ROVANE_ISA=" << wanted;
+}
+
+// An unknown or unsupported name falls back to the widest table and says so
+// once on stderr: checked in a child process with its own environment.
+TEST(PrimitiveStatus, UnknownTableNameFallsBackToTheWidest) {
+    for (const char* value : {"sse9", "avx512 "}) {
+        const std::string cmd = std::string("ROVANE_ISA='") + value + "' '" + ::testing::internal::GetArgvs()[0] +
+                                "' --gtest_filter=PrimitiveStatus.StartTableFollowsTheEnvironment 2>&1";
+        FILE* f = popen(cmd.c_str(), "r");
+        ASSERT_NE(f, nullptr);
+        std::string out;
+        char buf[256];
+        while (fgets(buf, sizeof buf, f)) out += buf;
+        EXPECT_EQ(pclose(f), 0) << out;
+        EXPECT_NE(out.find(std::string("Rovane: ROVANE_ISA=") + value + " is not"), std::string::npos) << out;
+        EXPECT_NE(out.find(std::string("using ") + PrimitiveIsaName(BestPrimitiveIsa())), std::string::npos)
+            << out;
+    }
 }
 
 TEST(PrimitiveRules, SignAndSignMultiply) {

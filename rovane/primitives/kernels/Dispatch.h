@@ -12,8 +12,7 @@ const TKernelTables& ActiveTables();
 
 template <class F>
 inline const TKernelSet<F>& Kernels() {
-    if constexpr (sizeof(F) == sizeof(double)) return ActiveTables().d;
-    else return ActiveTables().s;
+    return ActiveTables().Of<F>();
 }
 
 }  // namespace rovane::kern

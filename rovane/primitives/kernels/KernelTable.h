@@ -1,11 +1,13 @@
-// Internal: the table of element-wise kernels behind the primitive entries.
+// Internal: the tables of element-wise kernels behind the primitive entries.
 //
-// Every kernel is written once, as a template over the float type, in
-// Kernels.inc. That file is compiled several times, once per instruction set
-// (baseline x86-64, AVX2 + FMA, AVX-512), and once more with the plain
-// extended-precision math as the reference. Each compilation fills one
-// TKernelTables; PrimitiveCore.cpp picks the widest the processor runs, once,
-// and the named primitives call through it. Nothing here is exported.
+// Kernels come in families (arithmetic, vector math, parts and conversions,
+// thresholds), each a list below and a source Kernels<Family>.inc written
+// once as templates over the element type. Each family is compiled once per
+// instruction set as a translation unit of its own (<Family><Isa>.cpp:
+// baseline x86-64, AVX2 + FMA, AVX-512, and the long double reference) and
+// fills its part of that instruction set's TKernelTables; KernelTables.cpp
+// assembles the tables, ippspl_core.cpp picks one at start, and the named
+// primitives call through it. Nothing here is exported.
 #pragma once
 
 #include <cstddef>
@@ -32,68 +34,117 @@ using K2 = void (*)(const F* x, const F* y, F* d, idx n, const TArgs<F>& s);
 template <class F>
 using K12 = void (*)(const F* x, F* d1, F* d2, idx n, const TArgs<F>& s);
 
-// The kernel list: X(signature, name, shape). The shape tells Kernels.inc
-// which loop drives the element operation Op<name>:
+// The kernel lists: X(signature, name, shape). Names follow the primitive
+// grammar: the catalogue stem (Add, Threshold_LT), the library's own names
+// (AddValuecd, Sgndc), and a trailing c for the complex form of a catalogue
+// stem (Mulc, Threshold_LTc). The shape tells the family source which loop
+// drives the element operation Op<name>:
 //   R_R, RR_R, R_RR       real loops, one element at a time
-//   V_R, VV_R, V_RR       real loops over the vector math functions
+//   V_R, VV_R, V_RR, V_R_POWX
+//                         real loops over the vector math functions
 //   C_C, C_R, R_C, CC_C, CR_C, RC_C, CR_R, C_RR, RR_C
 //                         split-block loops: complex operands are split into
 //                         real and imaginary blocks, the operation runs on the
-//                         blocks, and the result is interleaved again.
-#define ROVANE_KERNELS(X)                                                                         \
-    /* real arithmetic */                                                                         \
-    X(K2, Add, RR_R) X(K2, Sub, RR_R) X(K2, Mul, RR_R) X(K2, Div, RR_R) X(K2, AddProduct, RR_R)   \
-    X(K2, Rem, RR_R) X(K2, SgnMul, RR_R)                                                          \
-    X(K1, AddS, R_R) X(K1, MulS, R_R) X(K1, SubRevS, R_R) X(K1, DivS, R_R) X(K1, DivRevS, R_R)    \
-    X(K1, RemValS, R_R) X(K1, Normalize, R_R)                                                     \
-    X(K1, Sqr, R_R) X(K1, Sqrt, R_R) X(K1, Abs, R_R) X(K1, Inv, R_R) X(K1, Sgn, R_R)              \
-    X(K1, Ceil, R_R) X(K1, Floor, R_R) X(K1, Round, R_R) X(K1, Trunc, R_R)                        \
-    X(K12, Modf, R_RR)                                                                            \
-    /* real thresholds */                                                                         \
-    X(K1, ThreshLT, R_R) X(K1, ThreshGT, R_R) X(K1, ThreshLTAbs, R_R) X(K1, ThreshGTAbs, R_R)     \
-    X(K1, ThreshLTVal, R_R) X(K1, ThreshGTVal, R_R) X(K1, ThreshLTValGTVal, R_R)                  \
-    X(K1, ThreshLTInv, R_R) X(K1, ReplaceNan, R_R)                                                \
-    /* vector math */                                                                             \
-    X(K1, Sin, V_R) X(K1, Cos, V_R) X(K1, Tan, V_R) X(K1, Asin, V_R) X(K1, Acos, V_R)             \
-    X(K1, Atan, V_R) X(K1, Sinh, V_R) X(K1, Cosh, V_R) X(K1, Tanh, V_R) X(K1, Asinh, V_R)         \
-    X(K1, Acosh, V_R) X(K1, Atanh, V_R) X(K1, Exp, V_R) X(K1, Ln, V_R) X(K1, Log10, V_R)          \
-    X(K1, Cbrt, V_R) X(K1, Erf, V_R) X(K1, PowxS, V_R)                                            \
-    X(K2, Atan2, VV_R) X(K2, Pow, VV_R) X(K12, SinCos, V_RR)                                      \
-    /* complex on complex */                                                                      \
-    X(K2, CMul, CC_C) X(K2, CDiv, CC_C) X(K2, CConjMul, CC_C) X(K2, CAddProduct, CC_C)            \
-    X(K2, CSgnMul, CC_C)                                                                          \
-    X(K1, CAddS, C_C) X(K1, CMulS, C_C) X(K1, CSubRevS, C_C) X(K1, CDivRevS, C_C)                 \
-    X(K1, CNormalize, C_C) X(K1, CSqr, C_C) X(K1, CConj, C_C) X(K1, CMulI, C_C)                   \
-    X(K1, CFlip, C_C) X(K1, CFlipConj, C_C) X(K1, CSgn, C_C) X(K1, CInv, C_C)                     \
-    X(K1, CThreshLT, C_C) X(K1, CThreshGT, C_C) X(K1, CThreshLTVal, C_C)                          \
-    X(K1, CThreshGTVal, C_C) X(K1, CThreshLTInv, C_C)                                             \
-    /* complex with a real scalar, real with a complex scalar */                                  \
-    X(K1, CAddRealS, C_C) X(K1, CSubFromRealS, C_C) X(K1, CDivRealByS, C_C)                       \
-    X(K1, RAddCplxS, R_C) X(K1, RMulCplxS, R_C) X(K1, RSubFromCplxS, R_C) X(K1, RDivCplxByS, R_C) \
-    X(K1, RSgnC, R_C)                                                                             \
-    /* complex to real */                                                                         \
-    X(K1, Magnitude, C_R) X(K1, PowerSpectr, C_R) X(K1, Phase, C_R) X(K1, RealPart, C_R)          \
-    X(K1, ImagPart, C_R) X(K1, CSgnR, C_R)                                                        \
-    X(K12, CplxToReal, C_RR) X(K12, CartToPolar, C_RR)                                            \
-    X(K2, RealToCplx, RR_C) X(K2, PolarToCart, RR_C)                                              \
-    /* mixed real and complex vectors */                                                          \
-    X(K2, AddCR, CR_C) X(K2, SubCR, CR_C) X(K2, MulCR, CR_C) X(K2, DivCR, CR_C)                   \
-    X(K2, SubRC, RC_C) X(K2, DivRC, RC_C) X(K2, SgnMulRC, RC_C) X(K2, SgnMulCR, CR_R)
+//                         blocks, and the result is interleaved again
+//   IL_CC_C, IL_CR_C, IL_C_RR, IL_RR_C
+//                         the same operations on the interleaved stream with
+//                         lane permutations (complex products, split, join),
+//                         where the split blocks would copy more than they
+//                         compute; the reference table runs the split-block form.
+#define ROVANE_KERNELS_ARITH(X)                                                                                \
+    X(K2, Add, RR_R) X(K2, Sub, RR_R) X(K2, Mul, RR_R) X(K2, Div, RR_R) X(K2, AddProduct, RR_R)                \
+    X(K2, Rem, RR_R)                                                                                          \
+    X(K1, AddValue, R_R) X(K1, ScaleByValue, R_R) X(K1, SubFromValue, R_R) X(K1, DivC, R_R)                   \
+    X(K1, DivideValue, R_R) X(K1, RemVal, R_R) X(K1, Normalize, R_R) X(K1, Sqr, R_R) X(K1, Inv, R_R)          \
+    X(K2, Mulc, IL_CC_C) X(K2, ConjMulcc, IL_CC_C) X(K2, DivVeccc, CC_C) X(K2, AddProductc, CC_C)             \
+    X(K1, AddValuec, C_C) X(K1, ScaleByValuec, C_C) X(K1, SubFromValuec, C_C) X(K1, DivideValuec, C_C)        \
+    X(K1, Normalizec, C_C) X(K1, Sqrc, C_C) X(K1, Invc, C_C)                                                  \
+    X(K1, AddValuecd, C_C) X(K1, SubFromValuecd, C_C) X(K1, DivideValuecd, C_C)                               \
+    X(K1, AddValuedc, R_C) X(K1, ScaleByValuedc, R_C) X(K1, SubFromValuedc, R_C) X(K1, DivideValuedc, R_C)    \
+    X(K2, AddVeccd, CR_C) X(K2, SubVeccd, CR_C) X(K2, MulVeccd, IL_CR_C) X(K2, DivVeccd, CR_C)                \
+    X(K2, SubVecdc, RC_C) X(K2, DivVecdc, RC_C)
+#define ROVANE_KERNELS_VMATH(X)                                                                                \
+    X(K1, Sqrt, R_R)                                                                                          \
+    X(K1, Sin, V_R) X(K1, Cos, V_R) X(K1, Tan, V_R) X(K1, Asin, V_R) X(K1, Acos, V_R)                         \
+    X(K1, Atan, V_R) X(K1, Sinh, V_R) X(K1, Cosh, V_R) X(K1, Tanh, V_R) X(K1, Asinh, V_R)                     \
+    X(K1, Acosh, V_R) X(K1, Atanh, V_R) X(K1, Exp, V_R) X(K1, Ln, V_R) X(K1, Log10, V_R)                      \
+    X(K1, Cbrt, V_R) X(K1, Erf, V_R) X(K1, Powx, V_R_POWX)                                                    \
+    X(K2, Atan2, VV_R) X(K2, Pow, VV_R) X(K12, SinCos, V_RR)                                                  \
+    X(K1, Phase, C_R) X(K12, CartToPolar, C_RR) X(K2, PolarToCart, RR_C)
+#define ROVANE_KERNELS_PARTS(X)                                                                                \
+    X(K1, Abs, R_R) X(K1, Sgndd, R_R) X(K1, Ceil, R_R) X(K1, Floor, R_R) X(K1, Round, R_R) X(K1, Trunc, R_R)  \
+    X(K12, Modf, R_RR) X(K2, SgnMul, RR_R)                                                                    \
+    X(K1, Conj, C_C) X(K1, MulI, C_C) X(K1, Flip, C_C) X(K1, FlipConj, C_C) X(K1, Sgncc, C_C)                 \
+    X(K1, Sgndc, R_C) X(K1, Sgncd, C_R) X(K2, SgnMulc, CC_C) X(K2, SgnMuldc, RC_C) X(K2, SgnMulcd, CR_R)      \
+    X(K1, Magnitude, C_R) X(K1, PowerSpectr, C_R) X(K1, Real, C_R) X(K1, Imag, C_R)                           \
+    X(K12, CplxToReal, IL_C_RR) X(K2, RealToCplx, IL_RR_C)
+#define ROVANE_KERNELS_THRESH(X)                                                                               \
+    X(K1, Threshold_LT, R_R) X(K1, Threshold_GT, R_R) X(K1, Threshold_LTAbs, R_R) X(K1, Threshold_GTAbs, R_R) \
+    X(K1, Threshold_LTVal, R_R) X(K1, Threshold_GTVal, R_R) X(K1, Threshold_LTValGTVal, R_R)                  \
+    X(K1, Threshold_LTInv, R_R) X(K1, ReplaceNAN, R_R)                                                        \
+    X(K1, Threshold_LTc, C_C) X(K1, Threshold_GTc, C_C) X(K1, Threshold_LTValc, C_C)                          \
+    X(K1, Threshold_GTValc, C_C) X(K1, Threshold_LTInvc, C_C)
 
-template <class F>
-struct TKernelSet {
 #define ROVANE_KERNEL_MEMBER(SIG, NAME, SHAPE) SIG<F> NAME = nullptr;
-    ROVANE_KERNELS(ROVANE_KERNEL_MEMBER)
+// One set per family and element type.
+template <class F>
+struct TArithKernels {
+    ROVANE_KERNELS_ARITH(ROVANE_KERNEL_MEMBER)
+};
+template <class F>
+struct TVmathKernels {
+    ROVANE_KERNELS_VMATH(ROVANE_KERNEL_MEMBER)
+};
+template <class F>
+struct TPartsKernels {
+    ROVANE_KERNELS_PARTS(ROVANE_KERNEL_MEMBER)
+};
+template <class F>
+struct TThreshKernels {
+    ROVANE_KERNELS_THRESH(ROVANE_KERNEL_MEMBER)
+};
 #undef ROVANE_KERNEL_MEMBER
-};
 
+// All kernels of one element type. A member pointer into a family set
+// converts to one into this set, so entries name kernels as
+// &TKernelSet<F>::Sin. A family for other element types (reductions, the
+// integer kernels) adds its own set and a member to TKernelTables.
+template <class F>
+struct TKernelSet : TArithKernels<F>, TVmathKernels<F>, TPartsKernels<F>, TThreshKernels<F> {};
+
+// The kernels of one instruction set, by element type. Another element type
+// (the integer kernels: TIntKernelSet<int32_t> i32, ...) is one more member
+// and one more branch of Of; reductions are one more family set above.
 struct TKernelTables {
-    TKernelSet<double> d;
-    TKernelSet<float> s;
-    const char* name;
+    const char* name = "";
+    TKernelSet<double> f64;
+    TKernelSet<float> f32;
+
+    template <class T>
+    const auto& Of() const {
+        static_assert(__is_same(T, double) || __is_same(T, float), "no kernel set for this element type");
+        if constexpr (__is_same(T, double))
+            return f64;
+        else
+            return f32;
+    }
 };
 
-// One table per compilation of Kernels.inc.
+// The family fills of each instruction set (one translation unit each), and
+// the assembled tables (KernelTables.cpp).
+#define ROVANE_KERNEL_FILLS(NS)                  \
+    namespace NS {                               \
+    void FillArith(TKernelTables& t);            \
+    void FillVmath(TKernelTables& t);            \
+    void FillParts(TKernelTables& t);            \
+    void FillThresh(TKernelTables& t);           \
+    }
+ROVANE_KERNEL_FILLS(reference)
+ROVANE_KERNEL_FILLS(baseline)
+ROVANE_KERNEL_FILLS(avx2)
+ROVANE_KERNEL_FILLS(avx512)
+#undef ROVANE_KERNEL_FILLS
+
 const TKernelTables& KernelTablesReference();
 const TKernelTables& KernelTablesBaseline();
 const TKernelTables& KernelTablesAvx2();

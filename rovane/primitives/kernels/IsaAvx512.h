@@ -1,10 +1,11 @@
-// Kernels compiled for AVX-512 F/DQ/VL/BW (flags set in primitives/Kernels.cmake).
+// Kernels compiled for AVX-512 F/DQ/VL/BW (flags set in
+// primitives/Kernels.cmake for every <Family>Avx512.cpp): vector traits and
+// the SLEEF routines of this width. Included first by every <Family>Avx512.cpp.
+#pragma once
 #include <immintrin.h>
 #include <sleef.h>
 
 #define ROVANE_KERNEL_NS avx512
-#define ROVANE_KERNEL_TABLE_FN KernelTablesAvx512
-#define ROVANE_KERNEL_NAME "avx512"
 
 namespace rovane::kern::avx512 {
 namespace {
@@ -17,6 +18,13 @@ struct VT<double> {
     static V load(const double* p) { return _mm512_loadu_pd(p); }
     static void store(double* p, V v) { _mm512_storeu_pd(p, v); }
     static auto sincos(V v) { return Sleef_sincosd8_u10avx512f(v); }
+    static V set1(double a) { return _mm512_set1_pd(a); }
+    static V abs(V v) { return _mm512_abs_pd(v); }
+    // Bit j set where lane j lies above hi (or below lo); a NaN sets no bit.
+    static unsigned above(V v, V hi) { return _mm512_cmp_pd_mask(v, hi, _CMP_GT_OQ); }
+    static unsigned outside(V v, V lo, V hi) {
+        return _mm512_cmp_pd_mask(v, hi, _CMP_GT_OQ) | _mm512_cmp_pd_mask(v, lo, _CMP_LT_OQ);
+    }
 };
 template <>
 struct VT<float> {
@@ -25,6 +33,12 @@ struct VT<float> {
     static V load(const float* p) { return _mm512_loadu_ps(p); }
     static void store(float* p, V v) { _mm512_storeu_ps(p, v); }
     static auto sincos(V v) { return Sleef_sincosf16_u10avx512f(v); }
+    static V set1(float a) { return _mm512_set1_ps(a); }
+    static V abs(V v) { return _mm512_abs_ps(v); }
+    static unsigned above(V v, V hi) { return _mm512_cmp_ps_mask(v, hi, _CMP_GT_OQ); }
+    static unsigned outside(V v, V lo, V hi) {
+        return _mm512_cmp_ps_mask(v, hi, _CMP_GT_OQ) | _mm512_cmp_ps_mask(v, lo, _CMP_LT_OQ);
+    }
 };
 }  // namespace
 }  // namespace rovane::kern::avx512
@@ -36,5 +50,3 @@ struct VT<float> {
 #define ROVANE_VEC_MATH2(NAME)                                                      \
     static __m512d v(__m512d x, __m512d y) { return Sleef_##NAME##d8_u10avx512f(x, y); }         \
     static __m512 v(__m512 x, __m512 y) { return Sleef_##NAME##f16_u10avx512f(x, y); }
-
-#include "rovane/primitives/kernels/Kernels.inc"

@@ -1,10 +1,11 @@
-// Kernels compiled for AVX2 with FMA (flags set in primitives/Kernels.cmake).
+// Kernels compiled for AVX2 with FMA (flags set in primitives/Kernels.cmake
+// for every <Family>Avx2.cpp): vector traits and the SLEEF routines of this
+// width. Included first by every <Family>Avx2.cpp.
+#pragma once
 #include <immintrin.h>
 #include <sleef.h>
 
 #define ROVANE_KERNEL_NS avx2
-#define ROVANE_KERNEL_TABLE_FN KernelTablesAvx2
-#define ROVANE_KERNEL_NAME "avx2"
 
 namespace rovane::kern::avx2 {
 namespace {
@@ -17,6 +18,14 @@ struct VT<double> {
     static V load(const double* p) { return _mm256_loadu_pd(p); }
     static void store(double* p, V v) { _mm256_storeu_pd(p, v); }
     static auto sincos(V v) { return Sleef_sincosd4_u10avx2(v); }
+    static V set1(double a) { return _mm256_set1_pd(a); }
+    static V abs(V v) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), v); }
+    // Bit j set where lane j lies above hi (or below lo); a NaN sets no bit.
+    static unsigned above(V v, V hi) { return unsigned(_mm256_movemask_pd(_mm256_cmp_pd(v, hi, _CMP_GT_OQ))); }
+    static unsigned outside(V v, V lo, V hi) {
+        return unsigned(
+            _mm256_movemask_pd(_mm256_or_pd(_mm256_cmp_pd(v, hi, _CMP_GT_OQ), _mm256_cmp_pd(v, lo, _CMP_LT_OQ))));
+    }
 };
 template <>
 struct VT<float> {
@@ -25,6 +34,13 @@ struct VT<float> {
     static V load(const float* p) { return _mm256_loadu_ps(p); }
     static void store(float* p, V v) { _mm256_storeu_ps(p, v); }
     static auto sincos(V v) { return Sleef_sincosf8_u10avx2(v); }
+    static V set1(float a) { return _mm256_set1_ps(a); }
+    static V abs(V v) { return _mm256_andnot_ps(_mm256_set1_ps(-0.0f), v); }
+    static unsigned above(V v, V hi) { return unsigned(_mm256_movemask_ps(_mm256_cmp_ps(v, hi, _CMP_GT_OQ))); }
+    static unsigned outside(V v, V lo, V hi) {
+        return unsigned(
+            _mm256_movemask_ps(_mm256_or_ps(_mm256_cmp_ps(v, hi, _CMP_GT_OQ), _mm256_cmp_ps(v, lo, _CMP_LT_OQ))));
+    }
 };
 }  // namespace
 }  // namespace rovane::kern::avx2
@@ -36,5 +52,3 @@ struct VT<float> {
 #define ROVANE_VEC_MATH2(NAME)                                                      \
     static __m256d v(__m256d x, __m256d y) { return Sleef_##NAME##d4_u10avx2(x, y); }         \
     static __m256 v(__m256 x, __m256 y) { return Sleef_##NAME##f8_u10avx2(x, y); }
-
-#include "rovane/primitives/kernels/Kernels.inc"

@@ -1,0 +1,17 @@
+// Catalogue: magnitudes, complex parts, polar and split forms, rounding.
+// Rows, with their descriptions: rovane/primitives/twins/Parts.def; calling rules:
+// rovane/primitives/ippspl.h.
+#pragma once
+
+#include "rovane/primitives/PrimShapes.h"
+#include "rovane/primitives/ippspl_core.h"
+
+namespace rovane {
+
+#define ROVANE_TWIN(N, D, S, SHAPE, ...) ROVANE_DECLARE_TWIN(IppStatus, D, S, SHAPE, __VA_ARGS__)
+#define ROVANE_SOLO(N, F, SHAPE, ...) ROVANE_DECLARE_SOLO(IppStatus, F, SHAPE, __VA_ARGS__)
+#include "rovane/primitives/twins/Parts.def"
+#undef ROVANE_TWIN
+#undef ROVANE_SOLO
+
+}  // namespace rovane

@@ -1,0 +1,3 @@
+// Arithmetic kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsArith.inc"

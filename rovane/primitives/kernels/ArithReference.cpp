@@ -1,0 +1,3 @@
+// Arithmetic kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsArith.inc"

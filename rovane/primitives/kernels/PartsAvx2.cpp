@@ -1,0 +1,3 @@
+// Parts and conversion kernels, avx2 table.
+#include "rovane/primitives/kernels/IsaAvx2.h"
+#include "rovane/primitives/kernels/KernelsParts.inc"

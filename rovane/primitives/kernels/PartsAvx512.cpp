@@ -1,0 +1,3 @@
+// Parts and conversion kernels, avx512 table.
+#include "rovane/primitives/kernels/IsaAvx512.h"
+#include "rovane/primitives/kernels/KernelsParts.inc"

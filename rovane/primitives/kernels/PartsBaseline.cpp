@@ -1,0 +1,3 @@
+// Parts and conversion kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsParts.inc"

@@ -1,0 +1,3 @@
+// Parts and conversion kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsParts.inc"

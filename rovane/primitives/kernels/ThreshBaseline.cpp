@@ -1,0 +1,3 @@
+// Threshold kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsThresh.inc"

@@ -1,0 +1,3 @@
+// Threshold kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsThresh.inc"

@@ -1,0 +1,3 @@
+// Vector math kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsVmath.inc"

@@ -1,0 +1,3 @@
+// Vector math kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsVmath.inc"
