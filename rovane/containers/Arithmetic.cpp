@@ -2,11 +2,11 @@
 // naming its primitives, stamped for double and single, and the forms of all
 // families are written once over those tables: a new family is a table line
 // and its member entries.
-#include <cblas.h>
 
 #include <type_traits>
 
 #include "rovane/containers/OperationFrame.h"
+#include "rovane/primitives/BlasHelper.h"
 #include "rovane/primitives/fastlib.h"
 #include "rovane/primitives/ippspl.h"
 
@@ -523,7 +523,7 @@ struct ThresholdCore {
 void AxpyReal(TDenseRovane& self, const TRovane& vec, double factor, int32_t vecIndex, int32_t index, int32_t len) {
     ByWidth(self.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        const auto axpy = Pick<F>(cblas_daxpy, cblas_saxpy);
+        const auto axpy = Pick<F>(blas::Blas().daxpy, blas::Blas().saxpy);
         const F a = Narrow<F>(factor);
         if (vec.fComplex)  // both complex: the doubled real run
             axpy(2 * len, a, RealAt<F>(vec, 2 * vecIndex).ptr(), 1, RealAt<F>(self, 2 * index).ptr(), 1);
@@ -540,7 +540,7 @@ void AxpyComplex(TDenseRovane& self, const TRovane& vec, const TCplx& factor, in
                  int32_t len) {
     ByWidth(self.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        const auto zaxpy = Pick<F>(cblas_zaxpy, cblas_caxpy);
+        const auto zaxpy = Pick<F>(blas::Blas().zaxpy, blas::Blas().caxpy);
         const ComplexOf<F> a = Narrow<F>(factor);
         const CplxAt<F> d(self, index);
         if (vec.fComplex) {
