@@ -146,6 +146,8 @@ public:
     // for a complex one. Self is sized from the list.
     TRovane& SetIt(bool complex, std::span<const double> values);
     TRovane& SetIt(std::initializer_list<double> values) { return SetIt(false, values); }
+    // Reals from any contiguous range of doubles (std::vector, std::array, ...).
+    TRovane& SetIt(std::span<const double> values) { return SetIt(false, values); }
     TRovane& SetCplx(std::initializer_list<double> values) { return SetIt(true, values); }
     // Sized forms: the list overwrites from the start of the present length.
     TRovane& SetDouble(std::span<const double> values);
@@ -156,6 +158,10 @@ public:
     double Last() const;
     TCplx Lastc() const;
 
+    // Len -1 copies up to the end of Self. An empty Self (not a sub-range)
+    // given the whole array (Index 0, Len -1) is first sized to hold it: an
+    // array of complex elements makes Self complex, a real array fills a
+    // complex Self pairwise.
     TRovane& CopyFromArray(std::span<const double> src, int32_t srcIndex = 0, int32_t index = 0, int32_t len = -1);
     TRovane& CopyFromArray(std::span<const float> src, int32_t srcIndex = 0, int32_t index = 0, int32_t len = -1);
     TRovane& CopyFromArray(std::span<const TCplx> src, int32_t srcIndex = 0, int32_t index = 0, int32_t len = -1);
