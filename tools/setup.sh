@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # One entry for every set-up task on a Debian 12 machine:
-#   tools/setup.sh demo       install missing packages, build, run the demo
+#   tools/setup.sh demo       install missing packages, build the library and the demo, run it
 #   tools/setup.sh test       install missing packages, build, run all tests
 #   tools/setup.sh sanitize   the tests under AddressSanitizer + UBSan
 #   tools/setup.sh tsan       the tests under ThreadSanitizer
 #   tools/setup.sh bench      build and run the benchmarks
-# Build folders: build/ (release), build-asan/, build-tsan/, build-bench/.
+# Build folders: build/ (release), build-demo/, build-asan/, build-tsan/, build-bench/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -48,8 +48,10 @@ run_tests() {  # dir
 install_missing
 case "$mode" in
   demo)
-    configure_build build -DCMAKE_BUILD_TYPE=Release
-    ./build/examples/demo ;;
+    # The library and the demo alone: no test executables, an own folder.
+    cmake -S . -B build-demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DROVANE_BUILD_TESTS=OFF
+    cmake --build build-demo -j "$jobs" --target demo
+    ./build-demo/examples/demo ;;
   test)
     # The release suite (once per kernel table the processor offers), then
     # the same suite under AddressSanitizer and UndefinedBehaviorSanitizer.

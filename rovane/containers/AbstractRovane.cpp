@@ -361,6 +361,7 @@ TRovane& TRovane::SetZero(int32_t index, int32_t len) { return SetVal(0.0, index
 
 TRovane& TRovane::SetIt(std::initializer_list<double> values) { return SetIt(false, values); }
 TRovane& TRovane::SetCplx(std::initializer_list<double> values) { return SetIt(true, values); }
+TRovane& TRovane::SetIt(std::span<const double> values) { return SetIt(false, values); }
 
 TRovane& TRovane::SetIt(bool complex, std::span<const double> values) {
     const auto n = static_cast<int32_t>(values.size());
@@ -422,6 +423,18 @@ TCplx TRovane::Lastc() const {
 template <class T>
 TRovane& TRovane::CopyFromArrayT(std::span<const T> src, int32_t srcIndex, int32_t index, int32_t len) {
     const auto srcLen = static_cast<int32_t>(src.size());
+    if (fLength == 0 && index == 0 && len == -1 && !fIsSubRange && srcIndex >= 0 && srcIndex < srcLen) {
+        // An empty Self takes the array's size instead of copying nothing.
+        const int32_t n = srcLen - srcIndex;
+        if constexpr (IsComplexElement<T>) {
+            Size(*this, PrecisionOf(true, fIsDouble));
+            TRovane::SetLength(n);
+        } else {
+            if (fComplex && n % 2 != 0)
+                EInvalidArgumentRaiseFmt("CopyFromArray: odd number of values for complex data: %d", n);
+            TRovane::SetLength(fComplex ? n / 2 : n);
+        }
+    }
     if constexpr (IsComplexElement<T>) {
         ValidateCplxArrayIndexes(srcIndex, srcLen, index, len);
     } else {

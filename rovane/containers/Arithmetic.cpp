@@ -2,11 +2,11 @@
 // naming its primitives, stamped for double and single, and the forms of all
 // families are written once over those tables: a new family is a table line
 // and its member entries.
-#include <cblas.h>
 
 #include <type_traits>
 
 #include "rovane/containers/OperationFrame.h"
+#include "rovane/primitives/BlasHelper.h"
 #include "rovane/primitives/fastlib.h"
 #include "rovane/primitives/ippspl.h"
 

@@ -515,13 +515,20 @@ void ArcTan2Core(const TRovane& y, const TRovane& x, TRovane& dst, int32_t len, 
 }
 
 // exp(i omega) of a real run into a complex run: cos as real, sin as
-// imaginary part.
+// imaginary part. Chunk by chunk, so that the two scratch runs stay inside
+// cache slots: scratch runs of the whole length would be fresh heap blocks,
+// faulted in page by page on every call. The values are SinCos followed by
+// RealToCplx, bit for bit (both steps are elementwise).
 void ExpjCore(const TRovane& omega, TRovane& dst, int32_t len, int32_t dstIndex, int32_t omegaIndex) {
     ByWidth(dst.fIsDouble, [&](auto f) {
         using F = decltype(f);
-        Scratch<F, 2> s(len);
-        run::SinCos<F>(RealAt<F>(omega, omegaIndex).ptr(), s[0], s[1], len);
-        run::Join<F>(s[1], s[0], CplxAt<F>(dst, dstIndex).ptr(), len);
+        Scratch<F, 2> s(len < kCompositionChunk ? len : kCompositionChunk);
+        const F* x = RealAt<F>(omega, omegaIndex).ptr();
+        ComplexOf<F>* d = CplxAt<F>(dst, dstIndex).ptr();
+        InChunks(len, [&](int32_t o, int32_t m) {
+            run::SinCos<F>(x + o, s[0], s[1], m);
+            run::Join<F>(s[1], s[0], d + o, m);
+        });
     });
 }
 

@@ -14,7 +14,7 @@
 // Internal to the library: included by container .cpp files only.
 #pragma once
 
-#include <cblas.h>
+#include "rovane/primitives/BlasHelper.h"
 
 #include <type_traits>
 
@@ -48,18 +48,19 @@ namespace rovane::prim {
 #undef ROVANE_SOLO
 #undef ROVANE_FORWARD
 
-// BLAS y = y + alpha * x, real and complex, by element type.
+// BLAS y = y + alpha * x, real and complex, by element type; through the
+// BLAS table, which opens the BLAS library at its first use.
 inline void Axpy(int n, double alpha, const double* x, int incx, double* y, int incy) {
-    cblas_daxpy(n, alpha, x, incx, y, incy);
+    blas::Blas().daxpy(n, alpha, x, incx, y, incy);
 }
 inline void Axpy(int n, float alpha, const float* x, int incx, float* y, int incy) {
-    cblas_saxpy(n, alpha, x, incx, y, incy);
+    blas::Blas().saxpy(n, alpha, x, incx, y, incy);
 }
 inline void Axpy(int n, const TCplx* alpha, const TCplx* x, int incx, TCplx* y, int incy) {
-    cblas_zaxpy(n, alpha, x, incx, y, incy);
+    blas::Blas().zaxpy(n, alpha, x, incx, y, incy);
 }
 inline void Axpy(int n, const TSCplx* alpha, const TSCplx* x, int incx, TSCplx* y, int incy) {
-    cblas_caxpy(n, alpha, x, incx, y, incy);
+    blas::Blas().caxpy(n, alpha, x, incx, y, incy);
 }
 
 // The special values of field type F: INF or INF_SINGLE, CNAN or

@@ -19,6 +19,7 @@ constinit TRovaneController* Controller = nullptr;
 TAbstractRovaneCache::~TAbstractRovaneCache() = default;
 
 TRovaneBase* TAbstractRovaneCache::CreateItx() {
+    if (!fFilled) Fill();
     TRovaneBase* result;
     if (FCacheSize > Count) {
         if (Count >= LowCount) {
@@ -102,24 +103,49 @@ void TAbstractRovaneCache::SetCacheSize(int32_t itemCount, int32_t elements) {
         Cache[i].Item = nullptr;
     }
     FCacheSize = 0;
+    fFilled = false;
     CacheMemFree();
     FCacheSize = itemCount < 0 ? 0 : itemCount;
     fCacheElements = elements < 0 ? 0 : elements;
-    CacheMemAllocate(FCacheSize, fCacheElements);
+    // Entries start empty; the block and the objects come with the first
+    // take (Fill), so that a pool no thread uses costs no memory and the
+    // library's start touches none.
     Cache = TCacheItem(FCacheSize);
     Cache1 = TCacheItem(FCacheSize);
     Count = 0;
     LowCount = 0;
     fCacheUsedCount = 0;
     FMaxCount = 0;
-    for (int32_t i = 0; i < FCacheSize; ++i) {
-        Cache[i].Used = false;
-        TRovaneBase* item = NewItem();
-        item->fConditionCheck = fConditionCheck;
-        item->ThreadID = ThreadId;
-        item->CreateCached(PoolIndex, GetCacheInBytes(), i, i);
-        Cache[i].Item = item;
+}
+
+void TAbstractRovaneCache::Fill() {
+    if (fFilled) return;
+    CacheMemAllocate(FCacheSize, fCacheElements);
+    // Set before the objects are made: each one asks for its slot.
+    fFilled = true;
+    try {
+        for (int32_t i = 0; i < FCacheSize; ++i) {
+            Cache[i].Used = false;
+            TRovaneBase* item = NewItem();
+            item->fConditionCheck = fConditionCheck;
+            item->ThreadID = ThreadId;
+            item->CreateCached(PoolIndex, GetCacheInBytes(), i, i);
+            Cache[i].Item = item;
+        }
+    } catch (...) {
+        // Out of memory half way: back to the empty state, to be tried again.
+        FreeUnusedItems();
+        CacheMemFree();
+        fFilled = false;
+        throw;
     }
+}
+
+void* TSlotCache::SlotPointer(int32_t memIndex) const {
+    // Objects of the cache exist only once it is filled; a caller that asks
+    // for a slot before any take gets the cache filled first.
+    if (!fFilled) const_cast<TSlotCache*>(this)->Fill();
+    return fSlots[memIndex];
 }
 
 void TAbstractRovaneCache::SetConditionCheck(bool value) {

@@ -65,6 +65,12 @@ public:
     virtual void CacheMemAllocate(int32_t itemCount, int32_t elements) = 0;
     virtual int64_t GetCacheInBytes() const = 0;
 
+    // Allocates the cache block and creates the objects of the entries, once
+    // after each SetCacheSize; the first take calls it (under the lock that
+    // guards the take).
+    void Fill();
+    bool Filled() const { return fFilled; }
+
     // Takes an entry (the caller holds the lock where one is needed). Never
     // fails: with every slot in use it returns a free object from the heap.
     TRovaneBase* CreateItx();
@@ -87,6 +93,7 @@ protected:
     // Destroys the items that are not out and forgets them; for the end of
     // a cache, where nothing may raise.
     void FreeUnusedItems();
+    bool fFilled = false;
 };
 
 // Slot layout shared by the float and integer caches: one block, each slot
@@ -98,7 +105,8 @@ public:
     void CacheMemFree() override;
     void CacheMemAllocate(int32_t itemCount, int32_t elements) override;
     int64_t GetCacheInBytes() const override { return int64_t(fCacheElements) * fUnit; }
-    void* SlotPointer(int32_t memIndex) const { return fSlots[memIndex]; }
+    // The slot's first element; fills the cache when it is still empty.
+    void* SlotPointer(int32_t memIndex) const;
 
 protected:
     explicit TSlotCache(int32_t unit, int64_t alignDivisor, int32_t baseOffsetBytes)

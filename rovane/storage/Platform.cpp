@@ -10,14 +10,12 @@
 #include <string>
 #include <thread>
 
+#include "rovane/primitives/BlasHelper.h"
+
 #if defined(__x86_64__) || defined(__i386__)
 #include <xmmintrin.h>
 #endif
 
-extern "C" {
-int openblas_get_num_threads(void);
-void openblas_set_num_threads(int);
-}
 
 namespace rovane {
 
@@ -60,8 +58,8 @@ int64_t MaxCacheSizeBytes() {
     return best > 0 ? best : 0;
 }
 
-int32_t BlasThreadCount() { return openblas_get_num_threads(); }
-void SetBlasThreadCount(int32_t count) { openblas_set_num_threads(std::max(1, count)); }
+int32_t BlasThreadCount() { return blas::Blas().get_num_threads(); }
+void SetBlasThreadCount(int32_t count) { blas::Blas().set_num_threads(std::max(1, count)); }
 int32_t PrimitiveThreadCount() { return primitiveThreads.load(); }
 void SetPrimitiveThreadCount(int32_t count) { primitiveThreads.store(std::max(1, count)); }
 

@@ -75,6 +75,10 @@ TMtx& SetIt(std::initializer_list<double> values) {
     TRovane::SetIt(values);
     return *this;
 }
+TMtx& SetIt(std::span<const double> values) {
+    TRovane::SetIt(values);
+    return *this;
+}
 TMtx& SetCplx(std::initializer_list<double> values) {
     TRovane::SetCplx(values);
     return *this;

@@ -28,11 +28,17 @@ TRovane& SetZero(int32_t index, int32_t len);
 // for a complex one. Self is sized from the list.
 TRovane& SetIt(bool complex, std::span<const double> values);
 TRovane& SetIt(std::initializer_list<double> values);
+// Reals from any contiguous range of doubles (std::vector, std::array, ...).
+TRovane& SetIt(std::span<const double> values);
 TRovane& SetCplx(std::initializer_list<double> values);
 // Sized forms: the list overwrites from the start of the present length.
 TRovane& SetDouble(std::span<const double> values);
 TRovane& SetSingle(std::span<const float> values);
 TRovane& SetInteger(std::span<const int32_t> values);
+// Len -1 copies up to the end of Self. An empty Self (not a sub-range)
+// given the whole array (Index 0, Len -1) is first sized to hold it: an
+// array of complex elements makes Self complex, a real array fills a
+// complex Self pairwise.
 TRovane& CopyFromArray(std::span<const double> src, int32_t srcIndex = 0, int32_t index = 0, int32_t len = -1);
 TRovane& CopyFromArray(std::span<const float> src, int32_t srcIndex = 0, int32_t index = 0, int32_t len = -1);
 TRovane& CopyFromArray(std::span<const TCplx> src, int32_t srcIndex = 0, int32_t index = 0, int32_t len = -1);

@@ -75,6 +75,10 @@ TVec& SetIt(std::initializer_list<double> values) {
     TRovane::SetIt(values);
     return *this;
 }
+TVec& SetIt(std::span<const double> values) {
+    TRovane::SetIt(values);
+    return *this;
+}
 TVec& SetCplx(std::initializer_list<double> values) {
     TRovane::SetCplx(values);
     return *this;
