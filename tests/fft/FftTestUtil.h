@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <random>
 #include <vector>
+#include <complex>
 
 namespace rovane::ffttest {
 
@@ -80,5 +81,49 @@ std::vector<T> RandomReal(size_t n, unsigned seed) {
 }
 
 inline double Log2N(int64_t n) { return n < 2 ? 1.0 : std::log2(static_cast<double>(n)); }
+
+}  // namespace rovane::ffttest
+
+namespace rovane::ffttest {
+
+// Unscaled 2-D DFT of rows x cols points stored row by row.
+template <class T>
+std::vector<LC> Direct2D(const std::vector<std::complex<T>>& x, int rows, int cols, bool inverse) {
+    std::vector<LC> m(x.size());
+    std::vector<std::complex<long double>> line;
+    for (int r = 0; r < rows; ++r) {
+        std::vector<std::complex<long double>> row(static_cast<size_t>(cols));
+        for (int c = 0; c < cols; ++c) row[size_t(c)] = LC(x[size_t(r * cols + c)].real(), x[size_t(r * cols + c)].imag());
+        const auto y = DirectDft(row, inverse);
+        for (int c = 0; c < cols; ++c) m[size_t(r * cols + c)] = y[size_t(c)];
+    }
+    for (int c = 0; c < cols; ++c) {
+        std::vector<std::complex<long double>> col(static_cast<size_t>(rows));
+        for (int r = 0; r < rows; ++r) col[size_t(r)] = m[size_t(r * cols + c)];
+        const auto y = DirectDft(col, inverse);
+        for (int r = 0; r < rows; ++r) m[size_t(r * cols + c)] = y[size_t(r)];
+    }
+    return m;
+}
+
+// Where a half-spectrum format of n reals keeps each value: for position p,
+// the bin and whether it is the imaginary part. Written from the layout
+// tables: Pack R0 R1 I1 ... [R(n/2)], Perm R0 [R(n/2)] R1 I1 ...
+struct TSlot {
+    int bin;
+    bool im;
+};
+inline std::vector<TSlot> FormatSlots(int format /*1 Pack, 2 Perm*/, int n) {
+    std::vector<TSlot> s;
+    s.push_back({0, false});
+    const bool even = n % 2 == 0;
+    if (format == 2 && even && n > 1) s.push_back({n / 2, false});
+    for (int k = 1; k < (even ? n / 2 : n / 2 + 1); ++k) {
+        s.push_back({k, false});
+        s.push_back({k, true});
+    }
+    if (format == 1 && even && n > 1) s.push_back({n / 2, false});
+    return s;
+}
 
 }  // namespace rovane::ffttest
