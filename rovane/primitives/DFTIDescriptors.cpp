@@ -99,14 +99,14 @@ TDftiHandle TDFTIDescriptorCache::FindOrCreateDscr(int32_t Rows, int32_t Cols, u
         }
     }
     if (empty < 0) {
-        // Full: every idle shape goes at once.
+        // Full: every idle shape goes at once. CacheCounter counts running
+        // computations only, and an idle slot has none, so it stays as it is.
         for (int32_t i = 0; i < count; ++i) {
             TCacheEntry& e = Cache[size_t(i)];
             if (e.descriptor && e.useCount.load() == 0) {
                 const int32_t st = dfti_free_descriptor_external(e.descriptor);
                 if (st != DFTI_NO_ERROR) Error(st, "dfti_Free_descriptor_external failed");
                 e.descriptor = nullptr;
-                CacheCounter.fetch_sub(1);
                 empty = i;
             }
         }
