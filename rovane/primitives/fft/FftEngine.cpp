@@ -99,9 +99,18 @@ TComplexPlan<T>::TComplexPlan(int64_t n) : n_(n) {
     if (n <= 1) return;
     std::vector<int32_t> f;
     int64_t r = n;
-    while (r % 4 == 0) { f.push_back(4); r /= 4; }
-    const bool two = r % 2 == 0;
-    if (two) r /= 2;
+    // Powers of two: radix 8 first, then 4, and one 2 only when needed.
+    int e2 = 0;
+    while (r % 2 == 0) { ++e2; r /= 2; }
+    int k8 = e2 / 3, k4 = 0;
+    bool two = false;
+    if (e2 % 3 == 2) k4 = 1;
+    else if (e2 % 3 == 1) {
+        if (k8 > 0) { --k8; k4 = 2; }
+        else two = true;
+    }
+    for (int i = 0; i < k8; ++i) f.push_back(8);
+    for (int i = 0; i < k4; ++i) f.push_back(4);
     for (int32_t p = 3; p <= kMaxGenericRadix && r > 1; p += 2)
         while (r % p == 0) { f.push_back(p); r /= p; }
     if (two) f.push_back(2);  // last: its stride is the largest

@@ -1,5 +1,5 @@
 // Internal: the library's own FFT engine. Mixed-radix Stockham passes
-// (radices 2, 3, 4, 5, 7 and a generic odd radix) for lengths whose prime
+// (radices 2, 3, 4, 5, 7, 8 and a generic odd radix) for lengths whose prime
 // factors are small, Bluestein's chirp-z convolution for the others, and the
 // half-length complex trick for real signals of even length. Plans are made
 // once per length and precision and shared by every caller.
