@@ -5,6 +5,8 @@
 #include "rovane/scalars/RovaneUtils.h"
 #include "rovane/primitives/ippspl.h"
 #include "rovane/primitives/fastlib.h"
+#include "rovane/primitives/DFTIDescriptors.h"
+#include "rovane/primitives/lapack_dfti_core.h"
 #include "rovane/storage/RovaneBase.h"
 #include "rovane/storage/ObjectCache.h"
 #include "rovane/containers/AbstractRovane.h"
