@@ -56,13 +56,18 @@ inline C<T> Root(int64_t t, int64_t n) {
     return C<T>(static_cast<T>(re), static_cast<T>(im));
 }
 
-// Smallest length >= n of the form 2^a or 3 * 2^a: both run as radix-4 passes.
+// Smallest length >= n of the form 2^a 3^b 5^c with a >= 2: every pass of
+// its transform is one of the specialised radices.
 int64_t ConvolutionLength(int64_t n) {
-    int64_t p2 = 1;
-    while (p2 < n) p2 <<= 1;
-    int64_t p3 = 3;
-    while (p3 < n) p3 <<= 1;
-    return p3 < p2 ? p3 : p2;
+    int64_t best = 4;
+    while (best < n) best <<= 1;
+    for (int64_t p5 = 1; p5 < best; p5 *= 5)
+        for (int64_t p35 = p5; p35 < best; p35 *= 3) {
+            int64_t m = p35 * 4;
+            while (m < n) m <<= 1;
+            if (m < best) best = m;
+        }
+    return best;
 }
 
 }  // namespace
