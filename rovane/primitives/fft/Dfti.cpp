@@ -298,6 +298,25 @@ void RealOne(const TDftiDescriptor* d, bool fwd, const T* in, T* out) {
         C<T>* w = sc.Take(r0->WorkSize());
         C<T>* bins = sc.Take(size_t(nb));
         T* sig = reinterpret_cast<T*>(sc.Take(size_t(n0 + 1) / 2 + 1));
+        const bool unitIn = ss[1] == 1, unitOut = ds[1] == 1;
+        if (fwd && f == fsfCCS && unitIn && unitOut && scale == T(1)) {
+            // The engine writes CCS bins straight into the output (in place
+            // too: it reads the signal before it writes the spectrum).
+            T* dst = out + ds[0];
+            r0->Forward(in + ss[0], reinterpret_cast<C<T>*>(dst), w);
+            dst[1] = 0;
+            if (n0 % 2 == 0) dst[n0 + 1] = 0;
+            return;
+        }
+        if (!fwd && f == fsfCCS && unitIn && unitOut && in + ss[0] != out + ds[0]) {
+            // Bins read in place from the input; the imaginary parts of the
+            // real bins are ignored by the engine.
+            T* dst = out + ds[0];
+            r0->Backward(reinterpret_cast<const C<T>*>(in + ss[0]), dst, w);
+            if (scale != T(1))
+                for (int64_t j = 0; j < n0; ++j) dst[j] *= scale;
+            return;
+        }
         if (fwd) {
             const T* src = in + ss[0];
             for (int64_t j = 0; j < n0; ++j) sig[j] = src[j * ss[1]];

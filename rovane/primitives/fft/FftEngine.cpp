@@ -45,11 +45,6 @@ inline C<T> Mul(C<T> a, C<T> b) {
     return C<T>(a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real());
 }
 template <class T>
-inline C<T> MulConjB(C<T> a, C<T> b) {  // a * conj(b)
-    return C<T>(a.real() * b.real() + a.imag() * b.imag(), a.imag() * b.real() - a.real() * b.imag());
-}
-
-template <class T>
 inline C<T> Root(int64_t t, int64_t n) {
     long double re, im;
     UnitRoot(t, n, re, im);
@@ -266,16 +261,7 @@ void TRealPlan<T>::Forward(const T* in, C<T>* out, C<T>* work) const {
     const T zr = out[0].real(), zi = out[0].imag();
     out[0] = C<T>(zr + zi, 0);
     out[h] = C<T>(zr - zi, 0);
-    const T half = T(0.5);
-    for (int64_t k = 1; k <= h - k; ++k) {
-        const C<T> a = out[k], bc = std::conj(out[h - k]);
-        const C<T> e((a.real() + bc.real()) * half, (a.imag() + bc.imag()) * half);
-        const C<T> o((a.real() - bc.real()) * half, (a.imag() - bc.imag()) * half);
-        const C<T> wo = Mul(w_[size_t(k)], o);
-        // X_k = e - i w o, X_{h-k} = conj(e + i w o)
-        out[k] = C<T>(e.real() + wo.imag(), e.imag() - wo.real());
-        out[h - k] = C<T>(e.real() - wo.imag(), -(e.imag() + wo.real()));
-    }
+    ActiveFftKernels().Split<T>()(out, w_.data(), h);
 }
 
 template <class T>
@@ -297,15 +283,7 @@ void TRealPlan<T>::Backward(const C<T>* in, T* out, C<T>* work) const {
     C<T>* z = reinterpret_cast<C<T>*>(out);
     const T x0 = in[0].real(), xh = in[h].real();
     z[0] = C<T>(x0 + xh, x0 - xh);
-    for (int64_t k = 1; k <= h - k; ++k) {
-        const C<T> a = in[k], bc = std::conj(in[h - k]);
-        const C<T> e = a + bc, d = a - bc;
-        // o = i conj(w) d
-        const C<T> cd = MulConjB(d, w_[size_t(k)]);
-        const C<T> o(-cd.imag(), cd.real());
-        z[k] = e + o;
-        z[h - k] = std::conj(e - o);
-    }
+    ActiveFftKernels().Merge<T>()(in, z, w_.data(), h);
     cplx_->Execute(z, z, true, work);
 }
 

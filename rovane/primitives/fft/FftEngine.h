@@ -53,13 +53,35 @@ struct TStage {
 template <class T>
 using TPassFn = void (*)(const TStage& st, const C<T>* x, C<T>* y, const C<T>* tw, const T* rad, bool inverse);
 
+// Real transforms of even length 2h: forward post-pass on the h-point
+// spectrum (bins 1 .. h/2 and their mirrors, in place) and backward pre-pass
+// from the half spectrum to the h-point input; w[k] = exp(-2 pi i k / 2h).
+template <class T>
+using TSplitFn = void (*)(C<T>* out, const C<T>* w, int64_t h);
+template <class T>
+using TMergeFn = void (*)(const C<T>* in, C<T>* z, const C<T>* w, int64_t h);
+
 struct TFftKernelSet {
     TPassFn<double> passD;
     TPassFn<float> passS;
+    TSplitFn<double> splitD;
+    TSplitFn<float> splitS;
+    TMergeFn<double> mergeD;
+    TMergeFn<float> mergeS;
     template <class T>
     TPassFn<T> Pass() const {
         if constexpr (sizeof(T) == sizeof(double)) return passD;
         else return passS;
+    }
+    template <class T>
+    TSplitFn<T> Split() const {
+        if constexpr (sizeof(T) == sizeof(double)) return splitD;
+        else return splitS;
+    }
+    template <class T>
+    TMergeFn<T> Merge() const {
+        if constexpr (sizeof(T) == sizeof(double)) return mergeD;
+        else return mergeS;
     }
 };
 
