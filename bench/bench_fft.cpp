@@ -173,7 +173,8 @@ void Register() {
     benchmark::RegisterBenchmark("cache/hit", CacheHit);
 }
 
-// Keeps each run's processor time per iteration (ns; less disturbed than wall time on a shared machine) by its name without the argument
+// Keeps each run's processor time per iteration (ns; less disturbed than
+// wall time on a shared machine) by its name without the argument
 // suffix that the library appends.
 class TCollect : public benchmark::ConsoleReporter {
 public:
@@ -192,7 +193,10 @@ public:
                     std::count(name.begin(), name.end(), '/') > 3)
                     name.resize(p);
             }
-            ns[name] = r.GetAdjustedCPUTime();
+            // The fastest repetition: the least disturbed by other jobs.
+            const double t = r.GetAdjustedCPUTime();
+            auto it = ns.find(name);
+            if (it == ns.end() || t < it->second) ns[name] = t;
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -213,7 +217,14 @@ double NumpyNs(const std::string& kind, int n) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
+    // Five repetitions unless asked otherwise; the table takes the fastest.
+    std::vector<char*> args(argv, argv + argc);
+    std::string reps = "--benchmark_repetitions=5";
+    bool given = false;
+    for (int i = 1; i < argc; ++i) given |= std::string(argv[i]).rfind("--benchmark_repetitions", 0) == 0;
+    if (!given) args.push_back(reps.data());
+    int n = static_cast<int>(args.size());
+    benchmark::Initialize(&n, args.data());
     Register();
     TCollect rep;
     benchmark::RunSpecifiedBenchmarks(&rep);
