@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <string>
 #include <cstdio>
 #include <limits>
 
@@ -156,4 +158,14 @@ TEST(FftEngine, LargeLengthsRoundTripAndSpotBins) {
     }
     std::printf("large lengths, worst round trip rms / (eps log2 N): double %.3f, single %.3f\n", rtD, rtS);
     std::printf("large lengths, worst spot bin |err| / (sqrt N eps log2 N): double %.3f, single %.3f\n", binD, binS);
+}
+
+TEST(FftEngine, InstructionSetFollowsTheEnvironment) {
+    // CI runs the suite once per table with ROVANE_ISA set; the FFT passes
+    // must follow it when the processor runs that set.
+    const char* env = std::getenv("ROVANE_ISA");
+    if (!env) GTEST_SKIP() << "ROVANE_ISA not set";
+    IsaGuard guard;
+    for (TPrimitiveIsa i : Isas())
+        if (std::string(env) == PrimitiveIsaName(i)) EXPECT_STREQ(PrimitiveIsaName(guard.keep), env);
 }
