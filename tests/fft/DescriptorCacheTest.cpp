@@ -179,6 +179,11 @@ TEST(DescriptorCache, FailedBuildLeavesCacheUsableAndHintAlone) {
                        GetDftiErrorMessage(DFTI_INVALID_CONFIGURATION));
     EXPECT_EQ(hint, 3);
     EXPECT_EQ(cache.Counter(), 0);
+    const std::string oom = MessageOf([&] { cache.GetDesc((1 << 28) + 3, 6, hint); });
+    EXPECT_EQ(oom.rfind("Descriptor cache is too large for the FFT types computed and caused out of memory condition!", 0),
+              0u)
+        << oom;
+    EXPECT_EQ(hint, 3);
     EXPECT_LE(TransformThroughCache(cache, 10, hint, 8), 1e-15);
 }
 

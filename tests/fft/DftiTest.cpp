@@ -266,4 +266,9 @@ TEST(Dfti, MisuseGivesStatusesNotCrashes) {
     EXPECT_EQ(h, nullptr);
     EXPECT_EQ(dfti_compute_forward_z_Idx(nullptr, a.data(), 0), DFTI_BAD_DESCRIPTOR);
     for (int32_t st : {0, 1, 2, 3, 5, 6, 77}) EXPECT_STRNE(DftiErrorMessage(st), "");
+    // Beyond the longest planned length the commit reports out of memory.
+    const int32_t huge = (1 << 28) + 3;
+    ASSERT_EQ(dfti_create_descriptor_highd(h, DFTI_DOUBLE, DFTI_COMPLEX, 1, &huge), DFTI_NO_ERROR);
+    EXPECT_EQ(dfti_commit_descriptor_external(h), DFTI_MEMORY_ERROR);
+    dfti_free_descriptor_external(h);
 }

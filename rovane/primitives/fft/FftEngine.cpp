@@ -313,6 +313,8 @@ constexpr size_t kMaxCachedPlans = 128;
 
 template <class P>
 std::shared_ptr<const P> GetPlan(int64_t n) {
+    // Pass sizes are 32-bit, and a chirp-z plan convolves at up to 4 n.
+    if (n < 0 || n > kMaxFftLength) throw std::bad_alloc();
     TPlanCache<P>& c = CacheOf<P>();
     {
         std::lock_guard<std::mutex> g(c.mu);

@@ -94,6 +94,9 @@ const TFftKernelSet& ActiveFftKernels();
 // Largest odd prime done as a radix of its own; a length with a larger prime
 // factor goes through Bluestein.
 inline constexpr int32_t kMaxGenericRadix = 61;
+// Longest transform the engine plans (2^28 points); longer ones report
+// out of memory.
+inline constexpr int64_t kMaxFftLength = int64_t(1) << 28;
 
 template <class T>
 class TComplexPlan {
