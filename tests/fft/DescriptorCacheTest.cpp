@@ -247,3 +247,33 @@ TEST(DescriptorCache, ConcurrentMixedShapesStayCorrect) {
     EXPECT_EQ(done.load(), 240);
     EXPECT_EQ(cache.Counter(), 0);
 }
+
+TEST(DescriptorCache, RealRowTransformsInPlaceThroughFlags) {
+    // Rows of a matrix, real, in place, scaled backward, batched (flags 15):
+    // each row of Cols reals is held in Cols + 2 (even) or Cols + 1 (odd).
+    TDFTIDescriptorCache cache;
+    for (int cols : {6, 7}) {
+        const int rows = 3, h = cols % 2 ? 1 : 2, stride = cols + h;
+        const auto x = RandomReal<double>(size_t(rows * stride), 31u);
+        std::vector<double> a = x;
+        int32_t hint = 0;
+        const uint32_t flags = dftfReal | dftfInPlace | dftfScaleBackward | dftfBatch;
+        TDftiHandle d = cache.GetDesc(rows, cols, flags, hint);
+        ASSERT_EQ(dfti_compute_forward_d_Idx(d, a.data(), 0), DFTI_NO_ERROR);
+        cache.ReleaseDscr(hint);
+        for (int r = 0; r < rows; ++r) {
+            std::vector<std::complex<double>> xc(static_cast<size_t>(cols));
+            for (int j = 0; j < cols; ++j) xc[size_t(j)] = {x[size_t(r * stride + j)], 0};
+            const auto ref = DirectDft(xc, false);
+            for (int k = 0; k <= cols / 2; ++k) {
+                EXPECT_NEAR(a[size_t(r * stride + 2 * k)], double(ref[size_t(k)].real()), 1e-13);
+                EXPECT_NEAR(a[size_t(r * stride + 2 * k + 1)], double(ref[size_t(k)].imag()), 1e-13);
+            }
+        }
+        d = cache.GetDesc(rows, cols, flags, hint);
+        ASSERT_EQ(dfti_compute_backward_d_Idx(d, a.data(), 0), DFTI_NO_ERROR);
+        cache.ReleaseDscr(hint);
+        for (int r = 0; r < rows; ++r)
+            for (int j = 0; j < cols; ++j) EXPECT_NEAR(a[size_t(r * stride + j)], x[size_t(r * stride + j)], 1e-15);
+    }
+}
