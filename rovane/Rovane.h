@@ -6,6 +6,8 @@
 #include "rovane/primitives/ippspl.h"
 #include "rovane/primitives/fastlib.h"
 #include "rovane/storage/ReportChannel.h"
+#include "rovane/primitives/DFTIDescriptors.h"
+#include "rovane/primitives/lapack_dfti_core.h"
 #include "rovane/storage/RovaneBase.h"
 #include "rovane/storage/ObjectCache.h"
 #include "rovane/containers/AbstractRovane.h"
