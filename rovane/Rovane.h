@@ -10,3 +10,5 @@
 #include "rovane/containers/AbstractRovane.h"
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/storage/Streams.h"
+#include "rovane/strings/StringVar.h"
