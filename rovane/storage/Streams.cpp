@@ -14,6 +14,8 @@
 #include <limits>
 #include <ostream>
 
+#include <emmintrin.h>
+
 namespace rovane {
 
 int32_t FileVersion = -1;
@@ -76,28 +78,58 @@ inline F RoundNear(F x) {
     return (x + m) - m;
 }
 
-// Saturating conversion of n values to integer type I: NaN gives 0, values
-// are clamped to [lo, hi] and then truncated or rounded. Two loops, so that
-// each is a straight vector loop.
-template <class I, class F>
-void ToIntSat(const F* s, I* d, int64_t n, F lo, F hi, TRounding r) {
+// Saturating conversion to 32-bit integers: NaN gives 0, values are clamped
+// to [lo, hi] and converted by truncation or by the processor's rounding
+// (to nearest, ties to even). SSE2 on four (two) values at a time, so that
+// the compiler need not prove the compare-and-select free of traps; the tail
+// goes through the same scalar instructions.
+void ToInt32Sat(const float* s, int32_t* d, int64_t n, float lo, float hi, TRounding r) {
+    const __m128 vlo = _mm_set1_ps(lo), vhi = _mm_set1_ps(hi);
+    int64_t i = 0;
+    auto clamp = [&](__m128 x) {
+        x = _mm_and_ps(x, _mm_cmpord_ps(x, x));
+        return _mm_min_ps(_mm_max_ps(x, vlo), vhi);
+    };
     if (r == rnRound) {
-        for (int64_t i = 0; i < n; ++i) {
-            F x = s[i];
-            x = x == x ? x : F(0);
-            x = x < lo ? lo : x;
-            x = x > hi ? hi : x;
-            x = (x + (sizeof(F) == 8 ? F(6755399441055744.0) : F(12582912.0f))) -
-                (sizeof(F) == 8 ? F(6755399441055744.0) : F(12582912.0f));
-            d[i] = static_cast<I>(static_cast<int32_t>(x));
-        }
+        for (; i + 4 <= n; i += 4)
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(d + i), _mm_cvtps_epi32(clamp(_mm_loadu_ps(s + i))));
+        for (; i < n; ++i) d[i] = _mm_cvtss_si32(clamp(_mm_set_ss(s[i])));
+    } else {
+        for (; i + 4 <= n; i += 4)
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(d + i), _mm_cvttps_epi32(clamp(_mm_loadu_ps(s + i))));
+        for (; i < n; ++i) d[i] = _mm_cvttss_si32(clamp(_mm_set_ss(s[i])));
+    }
+}
+
+void ToInt32Sat(const double* s, int32_t* d, int64_t n, double lo, double hi, TRounding r) {
+    const __m128d vlo = _mm_set1_pd(lo), vhi = _mm_set1_pd(hi);
+    int64_t i = 0;
+    auto clamp = [&](__m128d x) {
+        x = _mm_and_pd(x, _mm_cmpord_pd(x, x));
+        return _mm_min_pd(_mm_max_pd(x, vlo), vhi);
+    };
+    if (r == rnRound) {
+        for (; i + 2 <= n; i += 2)
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(d + i), _mm_cvtpd_epi32(clamp(_mm_loadu_pd(s + i))));
+        for (; i < n; ++i) d[i] = _mm_cvtsd_si32(clamp(_mm_set_sd(s[i])));
+    } else {
+        for (; i + 2 <= n; i += 2)
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(d + i), _mm_cvttpd_epi32(clamp(_mm_loadu_pd(s + i))));
+        for (; i < n; ++i) d[i] = _mm_cvttsd_si32(clamp(_mm_set_sd(s[i])));
+    }
+}
+
+// Saturating conversion to the integer type I, stored least significant
+// byte first at dst (the clamp makes the narrowing exact).
+template <class I, class F>
+void ToIntSat(const F* s, uint8_t* dst, int64_t n, F lo, F hi, TRounding r, int32_t* tmp) {
+    ToInt32Sat(s, tmp, n, lo, hi, r);
+    if constexpr (sizeof(I) == 4) {
+        std::memcpy(dst, tmp, static_cast<size_t>(n) * 4);
     } else {
         for (int64_t i = 0; i < n; ++i) {
-            F x = s[i];
-            x = x == x ? x : F(0);
-            x = x < lo ? lo : x;
-            x = x > hi ? hi : x;
-            d[i] = static_cast<I>(static_cast<int32_t>(x));
+            const I v = static_cast<I>(tmp[i]);
+            std::memcpy(dst + sizeof(I) * i, &v, sizeof(I));
         }
     }
 }
@@ -209,7 +241,6 @@ void EncodeChunk(const F* s, int64_t n, TPrecision p, TRounding r, TEndianness e
     alignas(64) float f32[kChunk];
     alignas(64) double f64[kChunk];
     alignas(64) int32_t i32[kChunk];
-    alignas(64) int16_t i16[kChunk];
     switch (p) {
         case prDouble: {
             if constexpr (std::is_same_v<F, double>) {
@@ -227,8 +258,7 @@ void EncodeChunk(const F* s, int64_t n, TPrecision p, TRounding r, TEndianness e
             break;
         }
         case prInteger: {
-            ToIntSat<int32_t>(AsDouble(s, n, f64), i32, n, -2147483648.0, 2147483647.0, r);
-            StoreTyped(i32, n, dst);
+            ToIntSat<int32_t>(AsDouble(s, n, f64), dst, n, -2147483648.0, 2147483647.0, r, i32);
             if (e == boBigEndian) SwapInPlace<4>(dst, n);
             break;
         }
@@ -247,31 +277,28 @@ void EncodeChunk(const F* s, int64_t n, TPrecision p, TRounding r, TEndianness e
             break;
         }
         case prSmallInt: {
-            ToIntSat<int16_t>(AsSingle(s, n, f32), i16, n, -32768.0f, 32767.0f, r);
-            StoreTyped(i16, n, dst);
+            ToIntSat<int16_t>(AsSingle(s, n, f32), dst, n, -32768.0f, 32767.0f, r, i32);
             if (e == boBigEndian) SwapInPlace<2>(dst, n);
             break;
         }
         case prWord: {
-            uint16_t* u = reinterpret_cast<uint16_t*>(i16);
-            ToIntSat<uint16_t>(AsSingle(s, n, f32), u, n, 0.0f, 65535.0f, r);
-            StoreTyped(u, n, dst);
+            ToIntSat<uint16_t>(AsSingle(s, n, f32), dst, n, 0.0f, 65535.0f, r, i32);
             if (e == boBigEndian) SwapInPlace<2>(dst, n);
             break;
         }
-        case prShortInt: ToIntSat<int8_t>(AsSingle(s, n, f32), reinterpret_cast<int8_t*>(dst), n, -128.0f, 127.0f, r); break;
-        case prByte: ToIntSat<uint8_t>(AsSingle(s, n, f32), dst, n, 0.0f, 255.0f, r); break;
+        case prShortInt: ToIntSat<int8_t>(AsSingle(s, n, f32), dst, n, -128.0f, 127.0f, r, i32); break;
+        case prByte: ToIntSat<uint8_t>(AsSingle(s, n, f32), dst, n, 0.0f, 255.0f, r, i32); break;
         case prMuLaw:
         case prALaw: {
-            ToIntSat<int16_t>(AsSingle(s, n, f32), i16, n, -32768.0f, 32767.0f, r);
+            ToInt32Sat(AsSingle(s, n, f32), i32, n, -32768.0f, 32767.0f, r);
             if (p == prMuLaw)
-                for (int64_t i = 0; i < n; ++i) dst[i] = MuLawOf(i16[i]);
+                for (int64_t i = 0; i < n; ++i) dst[i] = MuLawOf(i32[i]);
             else
-                for (int64_t i = 0; i < n; ++i) dst[i] = ALawOf(i16[i]);
+                for (int64_t i = 0; i < n; ++i) dst[i] = ALawOf(i32[i]);
             break;
         }
         case prInt24: {
-            ToIntSat<int32_t>(AsDouble(s, n, f64), i32, n, -8388608.0, 8388607.0, r);
+            ToInt32Sat(AsDouble(s, n, f64), i32, n, -8388608.0, 8388607.0, r);
             for (int64_t i = 0; i < n; ++i) {
                 const uint32_t v = static_cast<uint32_t>(i32[i]);
                 dst[3 * i] = static_cast<uint8_t>(v);
