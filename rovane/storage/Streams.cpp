@@ -13,6 +13,7 @@
 #include <istream>
 #include <limits>
 #include <ostream>
+#include <vector>
 
 #include <emmintrin.h>
 
@@ -366,6 +367,10 @@ void DecodeChunk(const uint8_t* src, int64_t n, TPrecision p, TEndianness e, F* 
 
 bool KnownPrecision(TPrecision p) { return p >= prDouble && p <= prInt24; }
 
+// Elements per stream write or read of converted values: large enough that a
+// file stream passes each run straight to the system in few calls.
+constexpr int64_t kIoChunk = 16 * kChunk;
+
 // n real values to a stream.
 template <class F>
 void WriteValuesT(std::ostream& s, const F* src, int64_t n, TPrecision p, TRounding r, TEndianness e) {
@@ -375,12 +380,12 @@ void WriteValuesT(std::ostream& s, const F* src, int64_t n, TPrecision p, TRound
         WriteBytes(s, src, n * static_cast<int64_t>(sizeof(F)));
         return;
     }
-    alignas(64) uint8_t buf[kChunk * 8];
     const int64_t w = SizeOfPrecision(p, false);
-    for (int64_t at = 0; at < n; at += kChunk) {
-        const int64_t m = std::min(kChunk, n - at);
-        EncodeChunk(src + at, m, p, r, e, buf);
-        WriteBytes(s, buf, m * w);
+    std::vector<uint8_t> buf(static_cast<size_t>(std::min(n, kIoChunk) * w));
+    for (int64_t at = 0; at < n; at += kIoChunk) {
+        const int64_t m = std::min(kIoChunk, n - at);
+        for (int64_t k = 0; k < m; k += kChunk) EncodeChunk(src + at + k, std::min(kChunk, m - k), p, r, e, buf.data() + k * w);
+        WriteBytes(s, buf.data(), m * w);
     }
 }
 
@@ -401,12 +406,12 @@ void ReadValuesT(std::istream& s, F* dst, int64_t n, TPrecision p, TEndianness e
         if (!le) SwapInPlace<sizeof(F)>(reinterpret_cast<uint8_t*>(dst), n);
         return;
     }
-    alignas(64) uint8_t buf[kChunk * 8];
     const int64_t w = SizeOfPrecision(p, false);
-    for (int64_t at = 0; at < n; at += kChunk) {
-        const int64_t m = std::min(kChunk, n - at);
-        ReadBytesOrRaise(s, buf, m * w);
-        DecodeChunk(buf, m, p, e, dst + at);
+    std::vector<uint8_t> buf(static_cast<size_t>(std::min(n, kIoChunk) * w));
+    for (int64_t at = 0; at < n; at += kIoChunk) {
+        const int64_t m = std::min(kIoChunk, n - at);
+        ReadBytesOrRaise(s, buf.data(), m * w);
+        DecodeChunk(buf.data(), m, p, e, dst + at);
     }
 }
 
