@@ -84,7 +84,8 @@ case "$mode" in
         -I. "${srcs[@]}" "tests/fuzz/fuzz_$t.cpp" -Lbuild/rovane -lrovane -Wl,-rpath,"$PWD/build/rovane" \
         -o "build-fuzz/fuzz_$t"
       mkdir -p "build-fuzz/corpus_$t" "build-fuzz/run-$t"
-      cp -n tests/fuzz/regressions/"$t"-* "build-fuzz/corpus_$t/" 2>/dev/null || true
+      # Seeds and any kept crash inputs start the corpus.
+      cp -n tests/fuzz/seeds/"$t"-* "build-fuzz/corpus_$t/" 2>/dev/null || true
       ( cd "build-fuzz/run-$t" &&
         "../fuzz_$t" -max_total_time="$secs" -jobs=1 -rss_limit_mb=4096 -artifact_prefix="$PWD/crash-" "../corpus_$t" &&
         tail -n 3 fuzz-0.log )
