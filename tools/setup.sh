@@ -76,12 +76,11 @@ case "$mode" in
     # with coverage and sanitizers into each target, whose definitions take
     # precedence over the library's.
     secs=${2:-600}
-    configure_build build -DCMAKE_BUILD_TYPE=Release -DROVANE_BUILD_TESTS=OFF -DROVANE_BUILD_EXAMPLES=OFF
-    mkdir -p build-fuzz
+    configure_build build-fuzz/lib -DCMAKE_BUILD_TYPE=Release -DROVANE_BUILD_TESTS=OFF -DROVANE_BUILD_EXAMPLES=OFF
     srcs=(rovane/storage/Streams.cpp rovane/containers/RovaneStreams.cpp rovane/strings/StringVar.cpp)
     for t in load text; do
       clang++ -std=c++20 -O1 -g -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all -ffp-contract=off \
-        -I. "${srcs[@]}" "tests/fuzz/fuzz_$t.cpp" -Lbuild/rovane -lrovane -Wl,-rpath,"$PWD/build/rovane" \
+        -I. "${srcs[@]}" "tests/fuzz/fuzz_$t.cpp" -Lbuild-fuzz/lib/rovane -lrovane -Wl,-rpath,"$PWD/build-fuzz/lib/rovane" \
         -o "build-fuzz/fuzz_$t"
       mkdir -p "build-fuzz/corpus_$t" "build-fuzz/run-$t"
       # Seeds and any kept crash inputs start the corpus.

@@ -663,6 +663,8 @@ TMtx& TMtx::StringsToValues(const TStringList& src, std::string_view delimiter) 
         return *this;
     }
     const int32_t cols = ColumnCount(src, 0, delimiter);
+    if (int64_t(src.Count()) * cols > std::numeric_limits<int32_t>::max())
+        ERangeErrorRaiseFmt("TMtx.StringsToValues: Rows * Cols > MaxInt (%d * %d)", src.Count(), cols);
     const std::vector<TCplx> v = ParseMatrixLines(src, 0, src.Count(), cols, delimiter, fComplex, fIsDouble);
     Size(src.Count(), cols, fComplex, fIsDouble);
     StoreValues(*this, 0, v.data(), static_cast<int64_t>(v.size()));
