@@ -120,6 +120,32 @@ void ToInt32Sat(const double* s, int32_t* d, int64_t n, double lo, double hi, TR
     }
 }
 
+// prSmallInt in one pass: narrow to single, clamp (NaN to 0), convert and
+// pack eight values into 16 bytes. Returns the count done; the caller
+// finishes the tail through the general path.
+template <class F>
+int64_t SmallIntPass(const F* s, int64_t n, TRounding r, uint8_t* dst) {
+    const __m128 lo = _mm_set1_ps(-32768.0f), hi = _mm_set1_ps(32767.0f);
+    auto load4 = [&](int64_t i) {
+        if constexpr (std::is_same_v<F, double>)
+            return _mm_movelh_ps(_mm_cvtpd_ps(_mm_loadu_pd(s + i)), _mm_cvtpd_ps(_mm_loadu_pd(s + i + 2)));
+        else
+            return _mm_loadu_ps(s + i);
+    };
+    auto clamp = [&](__m128 x) { return _mm_min_ps(_mm_max_ps(_mm_and_ps(x, _mm_cmpord_ps(x, x)), lo), hi); };
+    int64_t i = 0;
+    if (r == rnRound) {
+        for (; i + 8 <= n; i += 8)
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 2 * i),
+                             _mm_packs_epi32(_mm_cvtps_epi32(clamp(load4(i))), _mm_cvtps_epi32(clamp(load4(i + 4)))));
+    } else {
+        for (; i + 8 <= n; i += 8)
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + 2 * i),
+                             _mm_packs_epi32(_mm_cvttps_epi32(clamp(load4(i))), _mm_cvttps_epi32(clamp(load4(i + 4)))));
+    }
+    return i;
+}
+
 // Saturating conversion to the integer type I, stored least significant
 // byte first at dst (the clamp makes the narrowing exact).
 template <class I, class F>
@@ -278,7 +304,8 @@ void EncodeChunk(const F* s, int64_t n, TPrecision p, TRounding r, TEndianness e
             break;
         }
         case prSmallInt: {
-            ToIntSat<int16_t>(AsSingle(s, n, f32), dst, n, -32768.0f, 32767.0f, r, i32);
+            const int64_t done = SmallIntPass(s, n, r, dst);
+            ToIntSat<int16_t>(AsSingle(s + done, n - done, f32), dst + 2 * done, n - done, -32768.0f, 32767.0f, r, i32);
             if (e == boBigEndian) SwapInPlace<2>(dst, n);
             break;
         }
