@@ -17,6 +17,10 @@
 
 #include <emmintrin.h>
 
+// The chunk buffers are filled by one loop and read by the next over the same
+// count; g++ cannot follow that through the pointer and warns.
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+
 namespace rovane {
 
 int32_t FileVersion = -1;
