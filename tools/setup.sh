@@ -21,7 +21,7 @@ packages=(
   build-essential cmake ninja-build ccache pkg-config
   libopenblas-dev liblapacke-dev libsuitesparse-dev zlib1g-dev
   ocl-icd-opencl-dev opencl-headers pocl-opencl-icd
-  libgtest-dev libbenchmark-dev libsleef-dev libeigen3-dev python3-mpmath
+  libgtest-dev libbenchmark-dev libsleef-dev libeigen3-dev python3-mpmath librandom123-dev
 )
 
 install_missing() {

@@ -8,11 +8,16 @@
 
 namespace rovane {
 
+namespace detail {
+template <class I>
+I RoundSaturate(double v, TRounding rounding);  // containers/IntCopies.cpp
+}
+
 using namespace frame;
 
-constinit bool VecConditionCheckDefault = true;
-constinit bool MtxConditionCheckDefault = true;
-constinit bool AssignCopiesValues = true;
+constinit std::atomic<bool> VecConditionCheckDefault{true};
+constinit std::atomic<bool> MtxConditionCheckDefault{true};
+constinit std::atomic<bool> AssignCopiesValues{true};
 
 namespace {
 
@@ -88,22 +93,14 @@ void TRovane::HookPointers() {
     }
 }
 
+std::string TRovane::DestroyProblem() const {
+    if (fIsSubRange && fSubRangeLevel > 0)
+        return FormatText("TRovane.Destroy: IsSubRange = True, SubRangeLevel = %d", {fSubRangeLevel});
+    return TRovaneSample::DestroyProblem();
+}
+
 void TRovane::AllocMemory() {
-    AllocSize = fActualSizeInBytes + 16 + 12 + RovaneMemoryAlignment;
-    if (AllocSize > INT32_MAX) {
-        AllocSize = 0;
-        fActualSizeInBytes = 0;
-        throw std::bad_alloc();  // "Rovane: Cannot allocate more than 2GB for 32bit application!"
-    }
-    aPoint = AllocateMemory(AllocSize);
-    if (!aPoint) {
-        AllocSize = 0;
-        fActualSizeInBytes = 0;
-        throw std::bad_alloc();  // "Rovane: Out of memory!"
-    }
-    // The first boundary that leaves room for the whole counted header.
-    ValuesPointer = AllignMemp(static_cast<char*>(aPoint) + sizeof(TArrayHeader) - 1, 1);
-    new (static_cast<char*>(ValuesPointer) - sizeof(TArrayHeader)) TArrayHeader{aPoint, nullptr, {1}, fLength};
+    AllocOwnedBlock();
     SetBaseViews(ValuesPointer);
     FDataOffset = 0;
     FCDataOffset = 0;
@@ -196,13 +193,24 @@ TRovane& TRovane::ExtendToComplex(bool zeros) {
 }
 
 TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros) {
-    if (&src == this) EInvalidArgumentRaise("TRovane.ExtendToComplex: Src = Self");
+    if (&src == this) EInvalidArgumentRaise("Self = Src");
     if (src.fComplex) return Copy(src);
     Size(src, true);
     return ExtendToComplex(src, zeros, 0, 0, fLength);
 }
 
 TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros, int32_t srcIndex, int32_t index, int32_t len) {
+    if (&src == this) EInvalidArgumentRaise("Self = Src");
+    // The ranges are checked as by ValidateParams; the widths may differ,
+    // since the values are converted on the way.
+    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(fLength) - index, INT32_MIN, INT32_MAX));
+    if (fConditionCheck) {
+        if (srcIndex < 0 || len < 0 || int64_t(srcIndex) + len > src.fLength)
+            ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", srcIndex, len,
+                                src.fLength);
+        if (index < 0 || int64_t(index) + len > fLength)
+            ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
+    }
     if (!fComplex) ExtendToComplex(true);
     if (len <= 0) return *this;
     ByWidth(fIsDouble, [&](auto f) {
@@ -213,12 +221,15 @@ TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros, int32_t srcInd
             using S = decltype(s);
             const S* p = Base<S>(src) + Offset<S>(src) + srcIndex;
             for (int32_t i = 0; i < len; ++i) {
-                F re;
-                if constexpr (IsComplex<S>)
-                    re = static_cast<F>(p[i].Re);
-                else
-                    re = static_cast<F>(p[i]);
-                dst[i] = C(re, zeros ? F(0) : re);
+                // A complex source is copied whole; a real one gives the real
+                // parts, and zero or the same value as imaginary parts.
+                if constexpr (IsComplex<S>) {
+                    const F re = static_cast<F>(p[i].Re), im = static_cast<F>(p[i].Im);
+                    dst[i] = C(re, im);
+                } else {
+                    const F re = static_cast<F>(p[i]);
+                    dst[i] = C(re, zeros ? F(0) : re);
+                }
             }
         });
     });
@@ -264,12 +275,12 @@ TRovane& TRovane::CopyTo(TRovane& dst, TMtxFloatPrecision precision) const {
 TRovane& TRovane::CopyTo(TRovane& dst, int32_t dstIndex, int32_t index, int32_t len) const {
     // The checks of ValidateParams but the last: the width may differ here,
     // since this copy converts between single and double.
-    if (len == -1) len = dst.fLength - dstIndex;
+    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(dst.fLength) - dstIndex, INT32_MIN, INT32_MAX));
     if (dst.fConditionCheck) {
         if (&dst == this) EInvalidArgumentRaise("Invalid params: X is equal to Self");
-        if (index < 0 || index + len > fLength)
+        if (index < 0 || int64_t(index) + len > fLength)
             ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", index, len, fLength);
-        if (dstIndex < 0 || len < 0 || dstIndex + len > dst.fLength)
+        if (dstIndex < 0 || len < 0 || int64_t(dstIndex) + len > dst.fLength)
             ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", dstIndex, len,
                                 dst.fLength);
     }
@@ -322,6 +333,9 @@ TRovane& TRovane::SetVal(const TCplx& value, int32_t index, int32_t len) {
 
 TRovane& TRovane::SetZero() { return SetVal(0.0); }
 TRovane& TRovane::SetZero(int32_t index, int32_t len) { return SetVal(0.0, index, len); }
+
+TRovane& TRovane::SetIt(std::initializer_list<double> values) { return SetIt(false, values); }
+TRovane& TRovane::SetCplx(std::initializer_list<double> values) { return SetIt(true, values); }
 
 TRovane& TRovane::SetIt(bool complex, std::span<const double> values) {
     const auto n = static_cast<int32_t>(values.size());
@@ -417,7 +431,7 @@ template <class T>
 void TRovane::CopyToArrayT(TArray<T>& dst, TRounding rounding, int32_t dstIndex, int32_t index, int32_t len) const {
     ValidateParams(index, len);
     const int32_t count = IsComplexElement<T> || !fComplex ? len : 2 * len;
-    if (fConditionCheck && (dstIndex < 0 || dstIndex + count > dst.Length()))
+    if (fConditionCheck && (dstIndex < 0 || int64_t(dstIndex) + count > dst.Length()))
         ERangeErrorRaiseFmt("CopyToArray: (DstIndex + Len) > Dst.Length, (%d + %d) > %d", dstIndex, count,
                             dst.Length());
     if (count <= 0) return;
@@ -434,8 +448,7 @@ void TRovane::CopyToArrayT(TArray<T>& dst, TRounding rounding, int32_t dstIndex,
                 if constexpr (std::is_floating_point_v<T>) {
                     dst[dstIndex + i] = static_cast<T>(p[i]);
                 } else {
-                    const double v = rounding == rnRound ? std::nearbyint(double(p[i])) : std::trunc(double(p[i]));
-                    dst[dstIndex + i] = static_cast<T>(v);
+                    dst[dstIndex + i] = detail::RoundSaturate<T>(double(p[i]), rounding);
                 }
             }
         });

@@ -213,7 +213,7 @@ struct ValueFamily {
     using Ops = ValueOps<Tag, F>;
 
     // d[index..] = f(x[xIndex..], value), value real.
-    static void WithValue(TDenseRovane& self, const TRovane& x, double value, int32_t xIndex, int32_t index,
+    static void WithValue(TRovane& self, const TRovane& x, double value, int32_t xIndex, int32_t index,
                           int32_t len) {
         ByWidth(self.fIsDouble, [&](auto f) {
             using F = decltype(f);
@@ -235,7 +235,7 @@ struct ValueFamily {
     }
 
     // d[index..] = f(x[xIndex..], value), value complex; Self is complex.
-    static void WithValue(TDenseRovane& self, const TRovane& x, const TCplx& value, int32_t xIndex, int32_t index,
+    static void WithValue(TRovane& self, const TRovane& x, const TCplx& value, int32_t xIndex, int32_t index,
                           int32_t len) {
         ByWidth(self.fIsDouble, [&](auto f) {
             using F = decltype(f);
@@ -251,7 +251,7 @@ struct ValueFamily {
     }
 
     // A complex value into the whole of a complex Self.
-    static void ComplexInPlace(TDenseRovane& self, const TCplx& value) {
+    static void ComplexInPlace(TRovane& self, const TCplx& value) {
         ByWidth(self.fIsDouble, [&](auto f) {
             using F = decltype(f);
             if constexpr (Present(Ops<F>::ValueIc)) {
@@ -265,7 +265,7 @@ struct ValueFamily {
 
     // A complex value on a real Self: Self is copied to a temporary and
     // resized complex, and the mixed entry writes it.
-    static void ComplexValueOnReal(TDenseRovane& self, const TCplx& value) {
+    static void ComplexValueOnReal(TRovane& self, const TCplx& value) {
         CachedVec t;
         t->Copy(self);
         self.Size(self, true);
@@ -301,7 +301,8 @@ struct VecForms {
             if (vec.fComplex) self.SetComplex(true);
             return self;
         }
-        core.InPlace(self, vec, 0, 0, self.fLength);
+        const Unaliased src(vec, 0, self, 0, self.fLength);
+        core.InPlace(self, src.Src(), src.Index(), 0, self.fLength);
         return self;
     }
 
@@ -316,7 +317,10 @@ struct VecForms {
         // The operand that is a matrix gives the shape.
         const TRovane& shape = x1.fRovaneType == rvTMtx ? x1 : x2;
         self.Size(shape, x1.fComplex || x2.fComplex);
-        if (self.fLength > 0) core.TwoOperands(self, x1, x2, 0, 0, 0, self.fLength);
+        if (self.fLength > 0) {
+            const Unaliased a(x1, 0, self, 0, self.fLength), b(x2, 0, self, 0, self.fLength);
+            core.TwoOperands(self, a.Src(), b.Src(), a.Index(), b.Index(), 0, self.fLength);
+        }
         return self;
     }
 
@@ -325,7 +329,10 @@ struct VecForms {
                                const Core& core) {
         self.ValidateParams(vec, vecIndex, index, len);
         if (vec.fComplex && !self.fComplex) self.ExtendToComplex(true);
-        if (len > 0) core.InPlace(self, vec, vecIndex, index, len);
+        if (len > 0) {
+            const Unaliased src(vec, vecIndex, self, index, len);
+            core.InPlace(self, src.Src(), src.Index(), index, len);
+        }
         return self;
     }
 
@@ -344,7 +351,8 @@ struct VecForms {
             self.ExtendToComplex(*t, true, 0, index, len);
             return self;
         }
-        core.TwoOperands(self, x1, x2, i1, i2, index, len);
+        const Unaliased a(x1, i1, self, index, len), b(x2, i2, self, index, len);
+        core.TwoOperands(self, a.Src(), b.Src(), a.Index(), b.Index(), index, len);
         return self;
     }
 };
@@ -353,11 +361,13 @@ struct VecForms {
 // the forms from a vector.
 template <class Family>
 struct ValueForms {
-    static TDenseRovane& InPlace(TDenseRovane& self, double value) {
+    template <class S>
+    static S& InPlace(S& self, double value) {
         if (self.fLength > 0) Family::WithValue(self, self, value, 0, 0, self.fLength);
         return self;
     }
-    static TDenseRovane& InPlace(TDenseRovane& self, const TCplx& value) {
+    template <class S>
+    static S& InPlace(S& self, const TCplx& value) {
         if (self.fLength == 0)
             self.SetComplex(true);
         else if (!self.fComplex)
@@ -366,43 +376,61 @@ struct ValueForms {
             Family::ComplexInPlace(self, value);
         return self;
     }
-    static TDenseRovane& Range(TDenseRovane& self, double value, int32_t index, int32_t len) {
+    template <class S>
+    static S& Range(S& self, double value, int32_t index, int32_t len) {
         self.ValidateParams(index, len);
         if (len > 0) Family::WithValue(self, self, value, index, index, len);
         return self;
     }
-    static TDenseRovane& Range(TDenseRovane& self, const TCplx& value, int32_t index, int32_t len) {
+    template <class S>
+    static S& Range(S& self, const TCplx& value, int32_t index, int32_t len) {
         self.ValidateParams(index, len);
         if (!self.fComplex) self.ExtendToComplex(true);
         if (len > 0) Family::WithValue(self, self, value, index, index, len);
         return self;
     }
-    static TDenseRovane& From(TDenseRovane& self, const TRovane& vec, double value, const char* vecIsSelf) {
+    template <class S>
+    static S& From(S& self, const TRovane& vec, double value, const char* vecIsSelf) {
         if (self.fConditionCheck && &vec == &self) EInvalidArgumentRaise(vecIsSelf);
         self.Size(vec);
-        if (self.fLength > 0) Family::WithValue(self, vec, value, 0, 0, self.fLength);
+        if (self.fLength > 0) {
+            const Unaliased src(vec, 0, self, 0, self.fLength);
+            Family::WithValue(self, src.Src(), value, src.Index(), 0, self.fLength);
+        }
         return self;
     }
-    static TDenseRovane& From(TDenseRovane& self, const TRovane& vec, const TCplx& value, const char* vecIsSelf) {
+    template <class S>
+    static S& From(S& self, const TRovane& vec, const TCplx& value, const char* vecIsSelf) {
         if (self.fConditionCheck && &vec == &self) EInvalidArgumentRaise(vecIsSelf);
         self.Size(vec, true);
-        if (self.fLength > 0) Family::WithValue(self, vec, value, 0, 0, self.fLength);
+        if (self.fLength > 0) {
+            const Unaliased src(vec, 0, self, 0, self.fLength);
+            Family::WithValue(self, src.Src(), value, src.Index(), 0, self.fLength);
+        }
         return self;
     }
-    static TDenseRovane& From(TDenseRovane& self, const TRovane& vec, double value, int32_t vecIndex, int32_t index,
+    template <class S>
+    static S& From(S& self, const TRovane& vec, double value, int32_t vecIndex, int32_t index,
                               int32_t len, const char* vecIsSelf) {
         self.ValidateParams(vec, vecIndex, index, len);
         if (self.fConditionCheck && &vec == &self) EInvalidArgumentRaise(vecIsSelf);
         if (vec.fComplex && !self.fComplex) self.ExtendToComplex(true);
-        if (len > 0) Family::WithValue(self, vec, value, vecIndex, index, len);
+        if (len > 0) {
+            const Unaliased src(vec, vecIndex, self, index, len);
+            Family::WithValue(self, src.Src(), value, src.Index(), index, len);
+        }
         return self;
     }
-    static TDenseRovane& From(TDenseRovane& self, const TRovane& vec, const TCplx& value, int32_t vecIndex,
+    template <class S>
+    static S& From(S& self, const TRovane& vec, const TCplx& value, int32_t vecIndex,
                               int32_t index, int32_t len, const char* vecIsSelf) {
         self.ValidateParams(vec, vecIndex, index, len);
         if (self.fConditionCheck && &vec == &self) EInvalidArgumentRaise(vecIsSelf);
         if (!self.fComplex) self.ExtendToComplex(true);
-        if (len > 0) Family::WithValue(self, vec, value, vecIndex, index, len);
+        if (len > 0) {
+            const Unaliased src(vec, vecIndex, self, index, len);
+            Family::WithValue(self, src.Src(), value, src.Index(), index, len);
+        }
         return self;
     }
 };
@@ -614,57 +642,8 @@ constexpr VecTexts kThresholdTexts{"Self = Vec",           false, "Length <> Vec
 // Member entries.
 // ---------------------------------------------------------------------------
 
-// The four vector forms of a two-operand member over a core.
-#define ROVANE_VEC_MEMBERS(OP, CORE, TEXTS)                                                                      \
-    TDenseRovane& TDenseRovane::OP(const TRovane& vec) { return VecForms::Whole(*this, vec, TEXTS, CORE); }     \
-    TDenseRovane& TDenseRovane::OP(const TRovane& vec1, const TRovane& vec2) {                                  \
-        return VecForms::Whole2(*this, vec1, vec2, TEXTS, CORE);                                                \
-    }                                                                                                           \
-    TDenseRovane& TDenseRovane::OP(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) {          \
-        return VecForms::Range(*this, vec, vecIndex, index, len, CORE);                                         \
-    }                                                                                                           \
-    TDenseRovane& TDenseRovane::OP(const TRovane& vec1, const TRovane& vec2, int32_t vec1Index,                 \
-                                   int32_t vec2Index, int32_t index, int32_t len) {                             \
-        return VecForms::Range2(*this, vec1, vec2, vec1Index, vec2Index, index, len, CORE);                     \
-    }
-
-// The in-place scalar forms of a scalar member.
-#define ROVANE_SCALAR_MEMBERS(OP, FAMILY)                                                                        \
-    TDenseRovane& TDenseRovane::OP(double value) { return ValueForms<FAMILY>::InPlace(*this, value); }          \
-    TDenseRovane& TDenseRovane::OP(const TCplx& value) { return ValueForms<FAMILY>::InPlace(*this, value); }    \
-    TDenseRovane& TDenseRovane::OP(double value, int32_t index, int32_t len) {                                  \
-        return ValueForms<FAMILY>::Range(*this, value, index, len);                                             \
-    }                                                                                                           \
-    TDenseRovane& TDenseRovane::OP(const TCplx& value, int32_t index, int32_t len) {                            \
-        return ValueForms<FAMILY>::Range(*this, value, index, len);                                             \
-    }
-
-// The forms from a vector. VEC_VALUE and VEC_CPLX are the leading parameters:
-// the vector then the scalar, or the scalar first where the family puts it on
-// the left of each element.
-#define ROVANE_FROM_MEMBERS(OP, FAMILY, TEXT, VEC_VALUE, VEC_CPLX)                                              \
-    TDenseRovane& TDenseRovane::OP(VEC_VALUE) { return ValueForms<FAMILY>::From(*this, vec, value, TEXT); }     \
-    TDenseRovane& TDenseRovane::OP(VEC_CPLX) { return ValueForms<FAMILY>::From(*this, vec, value, TEXT); }      \
-    TDenseRovane& TDenseRovane::OP(VEC_VALUE, int32_t vecIndex, int32_t index, int32_t len) {                   \
-        return ValueForms<FAMILY>::From(*this, vec, value, vecIndex, index, len, TEXT);                         \
-    }                                                                                                           \
-    TDenseRovane& TDenseRovane::OP(VEC_CPLX, int32_t vecIndex, int32_t index, int32_t len) {                    \
-        return ValueForms<FAMILY>::From(*this, vec, value, vecIndex, index, len, TEXT);                         \
-    }
-#define ROVANE_VEC_THEN_VALUE const TRovane &vec, double value
-#define ROVANE_VEC_THEN_CPLX const TRovane &vec, const TCplx &value
-#define ROVANE_VALUE_THEN_VEC double value, const TRovane &vec
-#define ROVANE_CPLX_THEN_VEC const TCplx &value, const TRovane &vec
-
-// Add
-ROVANE_VEC_MEMBERS(Add, AddFamily{}, kAddTexts)
-ROVANE_SCALAR_MEMBERS(Add, ValueFamily<AddTag>)
-ROVANE_FROM_MEMBERS(Add, ValueFamily<AddTag>, "TDenseRovane.Add: Vec = Self", ROVANE_VEC_THEN_VALUE,
-                    ROVANE_VEC_THEN_CPLX)
-
 // Sub: the vector forms have their own entries, the scalar forms add the
 // negated value.
-ROVANE_VEC_MEMBERS(Sub, SubFamily{}, kSubTexts)
 TDenseRovane& TDenseRovane::Sub(double value) { return Add(-value); }
 TDenseRovane& TDenseRovane::Sub(const TCplx& value) { return Add(-value); }
 TDenseRovane& TDenseRovane::Sub(double value, int32_t index, int32_t len) { return Add(-value, index, len); }
@@ -679,24 +658,9 @@ TDenseRovane& TDenseRovane::Sub(const TRovane& vec, const TCplx& value, int32_t 
     return Add(vec, -value, vecIndex, index, len);
 }
 
-// Mul, and Scale and Offset as its and Add's scalar forms.
-ROVANE_VEC_MEMBERS(Mul, MulFamily{}, kMulTexts)
-ROVANE_SCALAR_MEMBERS(Mul, ValueFamily<MulTag>)
-ROVANE_FROM_MEMBERS(Mul, ValueFamily<MulTag>, "TDenseRovane.Mul: Vec = Self", ROVANE_VEC_THEN_VALUE,
-                    ROVANE_VEC_THEN_CPLX)
-ROVANE_SCALAR_MEMBERS(Scale, ValueFamily<MulTag>)
-ROVANE_SCALAR_MEMBERS(Offset, ValueFamily<AddTag>)
 
-// SubFrom and DivideBy: the scalar on the left of each element.
-ROVANE_SCALAR_MEMBERS(SubFrom, ValueFamily<SubFromTag>)
-ROVANE_FROM_MEMBERS(SubFrom, ValueFamily<SubFromTag>, "TDenseRovane.SubFrom: Vec = Self", ROVANE_VALUE_THEN_VEC,
-                    ROVANE_CPLX_THEN_VEC)
-ROVANE_SCALAR_MEMBERS(DivideBy, ValueFamily<DivideByTag>)
-ROVANE_FROM_MEMBERS(DivideBy, ValueFamily<DivideByTag>, "TDenseRovane.DivideBy: Vec = Self", ROVANE_VALUE_THEN_VEC,
-                    ROVANE_CPLX_THEN_VEC)
 
-// Divide, plain and thresholded; DivideVec forwards.
-ROVANE_VEC_MEMBERS(Divide, DivFamily{}, kDivideTexts)
+// Divide thresholded; DivideVec forwards.
 
 TDenseRovane& TDenseRovane::Divide(const TRovane& vec, double threshold) {
     return VecForms::Whole(*this, vec, kThresholdTexts, ThresholdCore{threshold});
@@ -725,16 +689,7 @@ TDenseRovane& TDenseRovane::DivideVec(const TRovane& vec, int32_t vecIndex, int3
     return Divide(vec, vecIndex, index, len);
 }
 
-// ConjMul
-ROVANE_VEC_MEMBERS(ConjMul, ConjMulCore{}, kConjMulTexts)
 
-#undef ROVANE_VEC_MEMBERS
-#undef ROVANE_SCALAR_MEMBERS
-#undef ROVANE_FROM_MEMBERS
-#undef ROVANE_VEC_THEN_VALUE
-#undef ROVANE_VEC_THEN_CPLX
-#undef ROVANE_VALUE_THEN_VEC
-#undef ROVANE_CPLX_THEN_VEC
 
 // AddScaled: a factor of exactly one is Add, with its rounding; the checks
 // and their texts are Add's.
@@ -816,5 +771,10 @@ TDenseRovane& TDenseRovane::AddProduct(const TRovane& vec1, const TRovane& vec2,
     if (len > 0) AddProductCore(*this, vec1, vec2, vec1Index, vec2Index, index, len);
     return *this;
 }
+
+// ---------------------------------------------------------------------------
+// The forms of the rows of containers/members.tbl that name their core.
+// ---------------------------------------------------------------------------
+#include "rovane/containers/generated/Arithmetic.defs.inc"
 
 }  // namespace rovane

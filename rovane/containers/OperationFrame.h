@@ -91,7 +91,8 @@ struct CplxAt {
 class CachedVec {
 public:
     CachedVec() { CreateIt(fVec); }
-    ~CachedVec() { FreeIt(fVec); }
+    // Giving back never throws out of a destructor: a refusal is reported.
+    ~CachedVec() noexcept;
     CachedVec(const CachedVec&) = delete;
     CachedVec& operator=(const CachedVec&) = delete;
     TVec& operator*() const { return *fVec; }
@@ -100,6 +101,32 @@ public:
 private:
     TVec* fVec = nullptr;
 };
+
+// A source run that is safe to read while a destination run is written.
+// Two views of one block may overlap without being the same object; an
+// elementwise kernel is safe only when source and destination start at the
+// same address with the same element size (the plain in-place case). Any
+// other overlap is read from a cached copy of the source run instead, so the
+// result is as if the source had been read whole before the first write.
+class Unaliased {
+public:
+    Unaliased(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len);
+    ~Unaliased();
+    Unaliased(const Unaliased&) = delete;
+    Unaliased& operator=(const Unaliased&) = delete;
+    // The object to read and the index of the run in it.
+    const TRovane& Src() const { return fCopy ? static_cast<const TRovane&>(*fCopy) : fX; }
+    int32_t Index() const { return fCopy ? 0 : fXIndex; }
+    bool Copied() const { return fCopy != nullptr; }
+
+private:
+    const TRovane& fX;
+    int32_t fXIndex;
+    TVec* fCopy = nullptr;
+};
+
+// Whether the runs overlap other than in the plain in-place way.
+bool RunsOverlap(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len);
 
 // N real scratch runs of `len` elements of field F, each a cached TVec,
 // given back on scope exit (also when an exception passes).
@@ -143,6 +170,10 @@ struct UnaryTexts {
 // The unary family's range core: writes len elements of dst from src.
 using UnaryCore = void (*)(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex);
 
+// Runs a range core from x into dst, reading x through Unaliased.
+void CoreFrom(UnaryCore core, const TRovane& x, TRovane& dst, int32_t len, int32_t dstIndex, int32_t xIndex);
+
+
 // The four public forms of a unary member, written once; each ends in the
 // member's range core.
 TRovane& UnaryInPlace(TRovane& self, UnaryCore core);
@@ -166,21 +197,3 @@ void ByRange(const TRovane& src, TRovane& dst, int32_t dstIndex, int32_t srcInde
 }
 
 }  // namespace rovane::frame
-
-// Stamps the four forms and the range core of a unary member whose core is
-// the function `CORE` (a UnaryCore) in the defining file.
-#define ROVANE_UNARY_DEFINE(CLS, OP, CORE, SELF_TEXT, COMPLEX_TEXT)                                         \
-    CLS& CLS::OP() { return static_cast<CLS&>(frame::UnaryInPlace(*this, CORE)); }                         \
-    CLS& CLS::OP(int32_t index, int32_t len) {                                                             \
-        return static_cast<CLS&>(frame::UnaryInPlace(*this, index, len, CORE));                            \
-    }                                                                                                      \
-    CLS& CLS::OP(const TRovane& x) {                                                                       \
-        return static_cast<CLS&>(frame::UnaryFrom(*this, x, {SELF_TEXT, COMPLEX_TEXT}, CORE));             \
-    }                                                                                                      \
-    CLS& CLS::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {                           \
-        return static_cast<CLS&>(frame::UnaryFrom(*this, x, xIndex, index, len, {SELF_TEXT, COMPLEX_TEXT}, \
-                                                  CORE));                                                  \
-    }                                                                                                      \
-    void CLS::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {      \
-        CORE(src, dst, len, dstIndex, srcIndex);                                                           \
-    }

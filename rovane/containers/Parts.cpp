@@ -254,7 +254,7 @@ TRovane& RealResultFrom(TRovane& self, const TRovane& x, const RealResultRules& 
     RaiseIf((r.selfIsXAlways || self.fConditionCheck) && &x == &self, r.selfIsX);
     RaiseIf(!x.fComplex && r.needsComplex, r.needsComplex);
     self.Size(x, false);
-    if (self.fLength > 0) core(x, self, self.fLength, 0, 0);
+    if (self.fLength > 0) CoreFrom(core, x, self, self.fLength, 0, 0);
     return self;
 }
 
@@ -265,7 +265,7 @@ TRovane& RealResultFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t
     if (self.fComplex && !makeReal) RaiseIf(self.fConditionCheck, r.complexRange);
     RangeSourceCheck(self, x, r);
     if (makeReal) self.Size(self, false);
-    if (len > 0) core(x, self, len, index, xIndex);
+    if (len > 0) CoreFrom(core, x, self, len, index, xIndex);
     return self;
 }
 
@@ -359,7 +359,7 @@ TRovane& CplxResultInPlace(TRovane& self, int32_t index, int32_t len, UnaryCore 
 TRovane& CplxResultFrom(TRovane& self, const TRovane& x, const CplxResultRules& r, UnaryCore core) {
     RaiseIf(self.fConditionCheck && &x == &self, r.selfIsX);
     self.Size(x, true);
-    if (self.fLength > 0) core(x, self, self.fLength, 0, 0);
+    if (self.fLength > 0) CoreFrom(core, x, self, self.fLength, 0, 0);
     return self;
 }
 
@@ -368,7 +368,7 @@ TRovane& CplxResultFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t
     self.ValidateParams(x, xIndex, index, len);
     RaiseIf(self.fConditionCheck && r.complexDiffers && x.fComplex != self.fComplex, r.complexDiffers);
     if (!self.fComplex) self.ExtendToComplex(true);
-    if (len > 0) core(x, self, len, index, xIndex);
+    if (len > 0) CoreFrom(core, x, self, len, index, xIndex);
     return self;
 }
 
@@ -480,45 +480,10 @@ void SplitRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t i1, int32_t i2,
 // ---------------------------------------------------------------------------
 // Real results.
 // ---------------------------------------------------------------------------
-#define ROVANE_REAL_RESULT(OP, KIND, RULES)                                                                      \
-    TRovane& TRovane::OP() { return RealResultInPlace(*this, RULES, RealResultCore<KIND>); }                     \
-    TRovane& TRovane::OP(int32_t index, int32_t len) {                                                           \
-        return RealResultInPlace(*this, index, len, RULES, RealResultCore<KIND>);                               \
-    }                                                                                                            \
-    TRovane& TRovane::OP(const TRovane& x) { return RealResultFrom(*this, x, RULES, RealResultCore<KIND>); }     \
-    TRovane& TRovane::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {                        \
-        return RealResultFrom(*this, x, xIndex, index, len, RULES, RealResultCore<KIND>);                       \
-    }                                                                                                            \
-    void TRovane::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {        \
-        RealResultCore<KIND>(src, dst, len, dstIndex, srcIndex);                                                 \
-    }
-ROVANE_REAL_RESULT(Abs, RealOp::Magnitude, AbsRules)
-ROVANE_REAL_RESULT(Mag, RealOp::Magnitude, MagRules)
-ROVANE_REAL_RESULT(RealPart, RealOp::Real, RealPartRules)
-ROVANE_REAL_RESULT(ImagPart, RealOp::Imag, ImagPartRules)
-ROVANE_REAL_RESULT(PowerSpectrum, RealOp::Power, SpectrumRules)
-ROVANE_REAL_RESULT(PhaseSpectrum, RealOp::Phase, SpectrumRules)
-#undef ROVANE_REAL_RESULT
 
 // ---------------------------------------------------------------------------
 // Complex results.
 // ---------------------------------------------------------------------------
-#define ROVANE_CPLX_RESULT(OP, KIND, RULES)                                                                      \
-    TRovane& TRovane::OP() { return CplxResultInPlace(*this, CplxResultCore<KIND>); }                            \
-    TRovane& TRovane::OP(int32_t index, int32_t len) {                                                           \
-        return CplxResultInPlace(*this, index, len, CplxResultCore<KIND>);                                       \
-    }                                                                                                            \
-    TRovane& TRovane::OP(const TRovane& x) { return CplxResultFrom(*this, x, RULES, CplxResultCore<KIND>); }     \
-    TRovane& TRovane::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {                        \
-        return CplxResultFrom(*this, x, xIndex, index, len, RULES, CplxResultCore<KIND>);                       \
-    }                                                                                                            \
-    void TRovane::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {        \
-        CplxResultCore<KIND>(src, dst, len, dstIndex, srcIndex);                                                 \
-    }
-ROVANE_CPLX_RESULT(MulI, CplxOp::MulI, MulIRules)
-ROVANE_CPLX_RESULT(Flip, CplxOp::Flip, FlipRules)
-ROVANE_CPLX_RESULT(FlipConj, CplxOp::FlipConj, FlipConjRules)
-#undef ROVANE_CPLX_RESULT
 
 // Conj keeps the kind of its data: in place, real data stays as it is.
 TRovane& TRovane::Conj() { return UnaryInPlace(*this, CplxResultCore<CplxOp::Conj>); }
@@ -528,31 +493,19 @@ TRovane& TRovane::Conj(int32_t index, int32_t len) {
 TRovane& TRovane::Conj(const TRovane& x) {
     RaiseIf(&x == this, "TVec.Conj: Self = Vec");
     Size(x);
-    if (fLength > 0) CplxResultCore<CplxOp::Conj>(x, *this, fLength, 0, 0);
+    if (fLength > 0) CoreFrom(CplxResultCore<CplxOp::Conj>, x, *this, fLength, 0, 0);
     return *this;
 }
 TRovane& TRovane::Conj(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
     ValidateParams(x, xIndex, index, len);
     if (x.fComplex && !fComplex) ExtendToComplex(true);
-    if (len > 0) CplxResultCore<CplxOp::Conj>(x, *this, len, index, xIndex);
+    if (len > 0) CoreFrom(CplxResultCore<CplxOp::Conj>, x, *this, len, index, xIndex);
     return *this;
-}
-void TRovane::Conj(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
-    CplxResultCore<CplxOp::Conj>(src, dst, len, dstIndex, srcIndex);
 }
 
 // ---------------------------------------------------------------------------
 // Sign and the rounding family: complex data as independent reals.
 // ---------------------------------------------------------------------------
-ROVANE_UNARY_DEFINE(TRovane, Sign, RunCore<RunOp::Negate>, "Sign: X = Self", "Sign: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Round, RoundCore, "TRovane.Round: Self = Src", "TRovane.Round: Complex <> Src.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Trunc, TruncCore, "TRovane.Trunc: Self = Src", "TRovane.Trunc: Complex <> Src.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Ceil, RunCore<RunOp::Ceil>, "TRovane.Ceil: Src = Self",
-                    "TRovane.Ceil: Src.Complex <> Self.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Floor, RunCore<RunOp::Floor>, "TRovane.Floor: Src = Self",
-                    "TRovane.Floor: Src.Complex <> Self.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Frac, RunCore<RunOp::Frac>, "TRovane.Frac: X = Self",
-                    "TRovane.Frac: Complex <> Src.Complex")
 
 TRovane& TRovane::Round(TIntegerArray& dst) {
     ToIntegers(*this, dst, rnRound);
@@ -564,6 +517,7 @@ TRovane& TRovane::Trunc(TIntegerArray& dst) {
 }
 
 TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst) {
+    RaiseIf(&truncDst == &fracDst, "TRovane.TruncAndFrac: TruncDst = FracDst");
     if (fConditionCheck) {
         RaiseIf(&truncDst == this, "TRovane.TruncAndFrac, TruncDst: X = Self");
         RaiseIf(&fracDst == this, "TRovane.TruncAndFrac, FracDst: X = Self");
@@ -575,6 +529,7 @@ TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst) {
 
 TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst, int32_t truncIndex, int32_t fracIndex,
                                int32_t index, int32_t len) {
+    RaiseIf(&truncDst == &fracDst, "TRovane.TruncAndFrac: TruncDst = FracDst");
     ValidateParams(truncDst, fracDst, truncIndex, fracIndex, index, len);
     if (fConditionCheck) {
         RaiseIf(fComplex != truncDst.fComplex, "TRovane.TruncAndFrac, Self.Complex <> TruncDst.Complex");
@@ -598,17 +553,14 @@ TRovane& TRovane::Sgn(int32_t index, int32_t len) { return UnaryInPlace(*this, i
 TRovane& TRovane::Sgn(const TRovane& x) {
     RaiseIf(fConditionCheck && &x == this, "TRovane.Sgn: Self = Src");
     Size(x, false);
-    if (fLength > 0) SgnCore(x, *this, fLength, 0, 0);
+    if (fLength > 0) CoreFrom(SgnCore, x, *this, fLength, 0, 0);
     return *this;
 }
 // Any kinds of source and destination: the four kernels cover them.
 TRovane& TRovane::Sgn(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
     ValidateParams(x, xIndex, index, len);
-    if (len > 0) SgnCore(x, *this, len, index, xIndex);
+    if (len > 0) CoreFrom(SgnCore, x, *this, len, index, xIndex);
     return *this;
-}
-void TRovane::Sgn(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
-    SgnCore(src, dst, len, dstIndex, srcIndex);
 }
 
 // The container's SgnMul negates where a real source is NaN; the primitive
@@ -709,7 +661,7 @@ TRovane& TRovane::FixAngle(const TRovane& x) {
         RaiseIf(x.fComplex, "TRovane.FixAngle: Src is Complex");
     }
     Size(x, false);
-    if (fLength > 0) FixAngleCore(x, *this, fLength, 0, 0);
+    if (fLength > 0) CoreFrom(FixAngleCore, x, *this, fLength, 0, 0);
     return *this;
 }
 TRovane& TRovane::FixAngle(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
@@ -718,11 +670,8 @@ TRovane& TRovane::FixAngle(const TRovane& x, int32_t xIndex, int32_t index, int3
         RaiseIf(x.fComplex, "TRovane.FixAngle: Src is Complex");
         RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
     }
-    if (len > 0) FixAngleCore(x, *this, len, index, xIndex);
+    if (len > 0) CoreFrom(FixAngleCore, x, *this, len, index, xIndex);
     return *this;
-}
-void TRovane::FixAngle(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) {
-    FixAngleCore(src, dst, len, dstIndex, srcIndex);
 }
 
 // ---------------------------------------------------------------------------
@@ -730,6 +679,8 @@ void TRovane::FixAngle(const TRovane& src, TRovane& dst, int32_t len, int32_t ds
 // ---------------------------------------------------------------------------
 TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec) {
     RaiseIf(!fComplex, "TVec.CartToPolar: Not complex!");
+    RaiseIf(&ampltVec == this || &phaseVec == this, "TVec.CartToPolar: (Self = AmpltVec) or (Self = PhaseVec)");
+    RaiseIf(&ampltVec == &phaseVec, "TVec.CartToPolar: AmpltVec = PhaseVec");
     ampltVec.Size(*this, false);
     phaseVec.Size(*this, false);
     SplitCore<true>(*this, ampltVec, phaseVec, 0, 0, 0, fLength);
@@ -739,6 +690,8 @@ TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec) {
 TRovane& TRovane::CartToPolar(TRovane& ampltVec, TRovane& phaseVec, int32_t ampltIndex, int32_t phaseIndex,
                               int32_t index, int32_t len) {
     RaiseIf(!fComplex, "TVec.CartToPolar: Not complex!");
+    RaiseIf(&ampltVec == this || &phaseVec == this, "TVec.CartToPolar: (Self = AmpltVec) or (Self = PhaseVec)");
+    RaiseIf(&ampltVec == &phaseVec, "TVec.CartToPolar: AmpltVec = PhaseVec");
     SplitRange<true>(*this, ampltVec, phaseVec, ampltIndex, phaseIndex, index, len, PolarTexts);
     return *this;
 }
@@ -757,6 +710,7 @@ TRovane& TRovane::PolarToCart(const TRovane& ampltVec, const TRovane& phaseVec, 
 TRovane& TRovane::CplxToReal(TRovane& reVec, TRovane& imVec) {
     RaiseIf(!fComplex, "Complex = False");
     RaiseIf(&reVec == this || &imVec == this, "(Self = ReVec) or (Self = ImVec)");
+    RaiseIf(&reVec == &imVec, "ReVec = ImVec");
     reVec.Size(*this, false);
     imVec.Size(*this, false);
     SplitCore<false>(*this, reVec, imVec, 0, 0, 0, fLength);
@@ -767,6 +721,7 @@ TRovane& TRovane::CplxToReal(TRovane& reVec, TRovane& imVec, int32_t reIndex, in
                              int32_t len) {
     RaiseIf(!fComplex, "Complex = False");
     RaiseIf(&reVec == this || &imVec == this, "(Self = ReVec) or (Self = ImVec)");
+    RaiseIf(&reVec == &imVec, "ReVec = ImVec");
     SplitRange<false>(*this, reVec, imVec, reIndex, imIndex, index, len, CplxTexts);
     return *this;
 }
@@ -781,5 +736,8 @@ TRovane& TRovane::RealToCplx(const TRovane& reVec, const TRovane& imVec, int32_t
     JoinRange<false>(*this, reVec, imVec, reIndex, imIndex, index, len, CplxTexts);
     return *this;
 }
+
+// The forms of this family's rows of containers/members.tbl that name their core.
+#include "rovane/containers/generated/Parts.defs.inc"
 
 }  // namespace rovane

@@ -257,6 +257,13 @@ struct RealOnlyTexts {
     const char* srcComplex;
     const char* selfIsSrc;
 };
+constexpr RealOnlyTexts kErfTexts{"TRovane.Erf: Self.Complex = True", "TRovane.Erf: Self.Complex = True",
+                                  "TRovane.Erf: Src.Complex = True", "TRovane.Erf: Self = Src"};
+constexpr RealOnlyTexts kErfcTexts{"TRovane.Erfc: Self.Complex = True", "TRovane.Erfc: Self.Complex = True",
+                                   "TRovane.Erfc: Src.Complex = True", "TRovane.Erfc: Self = Src"};
+// ErfInv's forms with a source report under the name Erfc.
+constexpr RealOnlyTexts kErfInvTexts{"TRovane.ErfInv: Self.Complex = True", "TRovane.Erfc: Self.Complex = True",
+                                     "TRovane.Erfc: Src.Complex = True", "TRovane.Erfc: Self = Src"};
 
 TRovane& RealOnlyInPlace(TRovane& self, const RealOnlyTexts& texts, UnaryCore core) {
     if (self.fComplex) EInvalidArgumentRaise(texts.selfComplex);
@@ -270,7 +277,7 @@ TRovane& RealOnlyFrom(TRovane& self, const TRovane& x, const RealOnlyTexts& text
     if (&x == &self) EInvalidArgumentRaise(texts.selfIsSrc);
     if (x.fComplex) EInvalidArgumentRaise(texts.srcComplex);
     self.Size(x);
-    if (self.fLength > 0) core(x, self, self.fLength, 0, 0);
+    if (self.fLength > 0) CoreFrom(core, x, self, self.fLength, 0, 0);
     return self;
 }
 TRovane& RealOnlyFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
@@ -279,7 +286,7 @@ TRovane& RealOnlyFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t i
     if (x.fComplex) EInvalidArgumentRaise(texts.srcComplex);
     if (self.fComplex) EInvalidArgumentRaise(texts.srcSelfComplex);
     self.ValidateParams(x, xIndex, index, len);
-    if (len > 0) core(x, self, len, index, xIndex);
+    if (len > 0) CoreFrom(core, x, self, len, index, xIndex);
     return self;
 }
 
@@ -491,41 +498,7 @@ void IntPowerPolar(const Cx<F>* b, Cx<F>* d, int32_t n, int32_t k) {
 // ---------------------------------------------------------------------------
 // The unary members.
 // ---------------------------------------------------------------------------
-ROVANE_UNARY_DEFINE(TRovane, Sqrt, Core<SqrtOp>, "Sqrt: X = Self", "Sqrt: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Sqr, Core<SqrOp>, "Sqr: X = Self", "Sqr: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Cbrt, Core<CbrtOp>, "Cbrt: X = Self", "Cbrt: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Ln, Core<LnOp>, "Ln: X = Self", "Ln: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Log10, Core<Log10Op>, "Log10: X = Self", "Log10: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Log2, Core<Log2Op>, "Log2: X = Self", "Log2: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Exp, Core<ExpOp>, "Exp: X = Self", "Exp: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Exp2, Core<ExpScaledOp<LN2>>, "Exp2: X = Self", "Exp2: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Exp10, Core<ExpScaledOp<LN10>>, "Exp10: X = Self", "Exp10: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, Inv, Core<InvOp>, "Inv: X = Self", "Inv: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, InvSqrt, Core<InvSqrtOp>, "InvSqrt: X = Self", "InvSqrt: Self.Complex <> X.Complex")
-ROVANE_UNARY_DEFINE(TRovane, InvCbrt, Core<InvCbrtOp>, "InvCbrt: X = Self", "InvCbrt: Self.Complex <> X.Complex")
 
-// The real-only members: the four forms with their own texts and the core.
-#define ROVANE_REAL_ONLY_DEFINE(OP, CORE, ...)                                                        \
-    TRovane& TRovane::OP() { return RealOnlyInPlace(*this, {__VA_ARGS__}, CORE); }                   \
-    TRovane& TRovane::OP(int32_t index, int32_t len) {                                               \
-        return RealOnlyInPlace(*this, index, len, {__VA_ARGS__}, CORE);                               \
-    }                                                                                                \
-    TRovane& TRovane::OP(const TRovane& x) { return RealOnlyFrom(*this, x, {__VA_ARGS__}, CORE); }   \
-    TRovane& TRovane::OP(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {             \
-        return RealOnlyFrom(*this, x, xIndex, index, len, {__VA_ARGS__}, CORE);                       \
-    }                                                                                                \
-    void TRovane::OP(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex) { \
-        CORE(src, dst, len, dstIndex, srcIndex);                                                     \
-    }
-ROVANE_REAL_ONLY_DEFINE(Erf, Core<ErfOp>, "TRovane.Erf: Self.Complex = True", "TRovane.Erf: Self.Complex = True",
-                        "TRovane.Erf: Src.Complex = True", "TRovane.Erf: Self = Src")
-ROVANE_REAL_ONLY_DEFINE(Erfc, Core<ErfcOp>, "TRovane.Erfc: Self.Complex = True", "TRovane.Erfc: Self.Complex = True",
-                        "TRovane.Erfc: Src.Complex = True", "TRovane.Erfc: Self = Src")
-// ErfInv's forms with a source report under the name Erfc.
-ROVANE_REAL_ONLY_DEFINE(ErfInv, Core<ErfInvOp>, "TRovane.ErfInv: Self.Complex = True",
-                        "TRovane.Erfc: Self.Complex = True", "TRovane.Erfc: Src.Complex = True",
-                        "TRovane.Erfc: Self = Src")
-#undef ROVANE_REAL_ONLY_DEFINE
 
 // ---------------------------------------------------------------------------
 // Inv with a threshold.
@@ -769,5 +742,8 @@ TRovane& TRovane::IntPower(const TRovane& base, int32_t n) {
     });
     return *this;
 }
+
+// The forms of this family's rows of containers/members.tbl that name their core.
+#include "rovane/containers/generated/Powers.defs.inc"
 
 }  // namespace rovane

@@ -3,6 +3,7 @@
 
 #include "rovane/containers/OperationFrame.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/storage/ReportChannel.h"
 
 namespace rovane {
 
@@ -106,22 +107,25 @@ void ResetCore(TDenseRovane& self, const char* kind) {
     }
 }
 
-void DestroyCore(TRovane& self) {
-    self.SetFullRange();
-    if (self.fIsSubRange) {
-        // Unmatched levels: go straight back to the object's own state (no
-        // source is touched) so that its block is released before raising.
-        const int32_t level = self.fSubRangeLevel;
-        self.fSubRangeLevel = 0;
-        self.SetFullRangeLevel();
+// Destruction of a vector or matrix: back to the full range (an unmatched
+// level is left straight to the object's own state, touching no source), then
+// the block goes. Never throws: a misuse is reported and the cleanup goes on.
+void DestroyCore(TRovane& self) noexcept {
+    self.ReportDestroyProblem();
+    try {
+        self.SetFullRange();
+        if (self.fIsSubRange) {
+            self.fSubRangeLevel = 0;
+            self.SetFullRangeLevel();
+        }
         self.SetCapacityInElements(0);
         self.setActualSize(0);
-        if (std::uncaught_exceptions() == 0)
-            ERaiseFmt("TRovane.Destroy: IsSubRange = True, SubRangeLevel = %d", level);
-        return;
+    } catch (const std::exception& e) {
+        ReportText(e.what());
+    } catch (...) {
+        ReportText("TRovane.Destroy: cleanup failed");
     }
-    self.SetCapacityInElements(0);
-    self.setActualSize(0);
+    self.fSubRangeLevel = -1;
 }
 
 void* SlotOf(const TRovaneBase& self, bool matrix) {
@@ -210,10 +214,7 @@ TVec::TVec() {
     fRovaneType = rvTVec;
 }
 
-TVec::~TVec() noexcept(false) {
-    DestroyCore(*this);
-    DestroyChecks();
-}
+TVec::~TVec() { DestroyCore(*this); }
 
 TVec& TVec::Size(int32_t aLength) { return Size(aLength, PrecisionOf(false, fIsDouble)); }
 TVec& TVec::Size(int32_t aLength, bool aIsComplex) { return Size(aLength, PrecisionOf(aIsComplex, fIsDouble)); }
@@ -393,10 +394,7 @@ TMtx::TMtx() {
     fRovaneType = rvTMtx;
 }
 
-TMtx::~TMtx() noexcept(false) {
-    DestroyCore(*this);
-    DestroyChecks();
-}
+TMtx::~TMtx() { DestroyCore(*this); }
 
 void TMtx::SetShape(int32_t rows, int32_t cols) {
     fRows = rows;
@@ -415,6 +413,10 @@ TMtx& TMtx::Size(int32_t aRows, int32_t aCols, bool aIsComplex, bool aIsDouble) 
 
 TMtx& TMtx::Size(int32_t aRows, int32_t aCols, TMtxFloatPrecision precision) {
     if (aRows < 0 || aCols < 0) EInvalidArgumentRaise("TMtx.Rows and TMtx.Cols can not be smaller than zero!");
+    // The element count is a 32-bit Length: a larger product is refused before
+    // anything changes, instead of wrapping around.
+    if (int64_t(aRows) * aCols > INT32_MAX)
+        EInvalidArgumentRaise("TMtx.Size: Rows*Cols can not be larger than 2147483647!");
     const int32_t length = aRows * aCols;
     if (aRows == fRows && aCols == fCols && precision == fFloatPrecision && length == fLength) return *this;
     if (fIsSubRange)

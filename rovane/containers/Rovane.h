@@ -9,7 +9,7 @@ namespace rovane {
 class ROVANE_API TVec : public TDenseRovane {
 public:
     TVec();
-    ~TVec() noexcept(false) override;
+    ~TVec() override;
 
     // ---- Size ----------------------------------------------------------
     TVec& Size(int32_t aLength);
@@ -46,6 +46,9 @@ public:
     void* DoubleCachePointer() const override;
     void* SingleCachePointer() const override;
 
+    // ==== the chaining members, returning TVec& ============================
+#include "rovane/containers/generated/TVec.chain.h"
+
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // One line per element: FormatSample(ReFormat, x) or
     // FormatCplx(z, ReFormat, ImFormat); empty formats give the general form.
@@ -75,7 +78,7 @@ protected:
 class ROVANE_API TMtx : public TDenseRovane {
 public:
     TMtx();
-    ~TMtx() noexcept(false) override;
+    ~TMtx() override;
 
     int32_t fRows = 0, fCols = 0, fLeadingCols = 0;
     bool fQuadratic = true;
@@ -117,6 +120,9 @@ public:
     void InternalResize(int32_t len, bool zeroIt) override;
     void* DoubleCachePointer() const override;
     void* SingleCachePointer() const override;
+
+    // ==== the chaining members, returning TMtx& ============================
+#include "rovane/containers/generated/TMtx.chain.h"
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // Solver settings that the stream header carries (defaults: false, btFull,

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "rovane/storage/ObjectCache.h"
+#include "rovane/storage/ReportChannel.h"
 
 namespace rovane {
 
@@ -12,7 +13,25 @@ namespace {
 int32_t WidthOf(TIntPrecision p) { return p == prInt32 ? 4 : p == prInt16 ? 2 : 1; }
 }  // namespace
 
-TRovaneInt::~TRovaneInt() noexcept(false) = default;
+TRovaneInt::~TRovaneInt() = default;
+
+// Destruction of an integer vector or matrix; never throws (see TVec).
+void TRovaneInt::DestroyInt() noexcept {
+    ReportDestroyProblem();
+    try {
+        SetFullRange();
+        if (fIsSubRange) {
+            fSubRangeLevel = 0;
+            SetFullRangeLevel();
+        }
+        setActualSize(0);
+    } catch (const std::exception& e) {
+        ReportText(e.what());
+    } catch (...) {
+        ReportText("TRovaneInt.Destroy: cleanup failed");
+    }
+    fSubRangeLevel = -1;
+}
 
 void TRovaneInt::SetBaseView(void* base) {
     IData = fIntPrecision == prInt32 ? static_cast<int32_t*>(base) : nullptr;
@@ -35,6 +54,9 @@ TRovaneInt& TRovaneInt::Size(int32_t aLength, TIntPrecision precision) {
     const int64_t bytes = (int64_t(aLength) * WidthOf(precision) + 15) / 16 * 16;
     if (!(fCacheIndex >= 0 && fActualSizeInBytes == CacheLengthInBytes() && bytes <= CacheLengthInBytes()))
         setActualSize(bytes);
+    // A change of width may keep the block (the same byte size): the base
+    // views follow the new width either way.
+    SetBaseView(ValuesPointer);
     HookPointers();
     WriteHeader(fLength);
     FireOnSetSize();
@@ -89,16 +111,7 @@ void TRovaneInt::SetSubRangeDirect(TRovaneBase& src, int32_t index, int32_t len)
 }
 
 void TRovaneInt::AllocMemory() {
-    AllocSize = fActualSizeInBytes + 16 + 12 + RovaneMemoryAlignment;
-    aPoint = AllocateMemory(AllocSize);
-    if (!aPoint) {
-        AllocSize = 0;
-        fActualSizeInBytes = 0;
-        throw std::bad_alloc();
-    }
-    // Room for the whole counted header ahead of the aligned data.
-    ValuesPointer = AllignMemp(static_cast<char*>(aPoint) + sizeof(TArrayHeader) - 1, 1);
-    new (static_cast<char*>(ValuesPointer) - sizeof(TArrayHeader)) TArrayHeader{aPoint, nullptr, {1}, fLength};
+    AllocOwnedBlock();
     ipoint = reinterpret_cast<int32_t*>(static_cast<char*>(ValuesPointer) - 8);
     FDataOffset = 0;
     SetBaseView(ValuesPointer);
@@ -159,17 +172,9 @@ void TRovaneInt::FreeToCache() {
 }
 
 TVecInt::TVecInt() { fRovaneType = rvTVecInt; }
-TVecInt::~TVecInt() noexcept(false) {
-    SetFullRange();
-    setActualSize(0);
-    DestroyChecks();
-}
+TVecInt::~TVecInt() { DestroyInt(); }
 
 TMtxInt::TMtxInt() { fRovaneType = rvTMtxInt; }
-TMtxInt::~TMtxInt() noexcept(false) {
-    SetFullRange();
-    setActualSize(0);
-    DestroyChecks();
-}
+TMtxInt::~TMtxInt() { DestroyInt(); }
 
 }  // namespace rovane

@@ -39,20 +39,21 @@ public:
     void FreeToCache() override;
 
 protected:
-    ~TRovaneInt() noexcept(false) override;
+    ~TRovaneInt() override;
     void SetBaseView(void* base);
+    void DestroyInt() noexcept;
 };
 
 class ROVANE_API TVecInt : public TRovaneInt {
 public:
     TVecInt();
-    ~TVecInt() noexcept(false) override;
+    ~TVecInt() override;
 };
 
 class ROVANE_API TMtxInt : public TRovaneInt {
 public:
     TMtxInt();
-    ~TMtxInt() noexcept(false) override;
+    ~TMtxInt() override;
 };
 
 }  // namespace rovane

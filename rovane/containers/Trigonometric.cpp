@@ -458,10 +458,12 @@ struct PairTexts {
     const char* rangeSecondIsSelf;  // null: left to the range validation
     const char* rangeFirstComplex;
     const char* rangeSecondComplex;
+    const char* bothOutputsSame;  // refused always: the second result would overwrite the first
 };
 
 template <template <class> class Fn>
 TRovane& PairWhole(TRovane& self, TRovane& d1, TRovane& d2, const PairTexts& t) {
+    if (&d1 == &d2) EInvalidArgumentRaise(t.bothOutputsSame);
     if (self.fConditionCheck) {
         if (self.fComplex) EInvalidArgumentRaise(t.wholeComplex);
         if (&d1 == &self) EInvalidArgumentRaise(t.wholeFirstIsSelf);
@@ -477,6 +479,7 @@ TRovane& PairWhole(TRovane& self, TRovane& d1, TRovane& d2, const PairTexts& t) 
 template <template <class> class Fn>
 TRovane& PairRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t d1Index, int32_t d2Index, int32_t index,
                    int32_t len, const PairTexts& t) {
+    if (&d1 == &d2) EInvalidArgumentRaise(t.bothOutputsSame);
     if (self.fConditionCheck) {
         if (self.fComplex) EInvalidArgumentRaise(t.rangeComplex);
         if (t.rangeFirstIsSelf && &d1 == &self) EInvalidArgumentRaise(t.rangeFirstIsSelf);
@@ -492,7 +495,8 @@ TRovane& PairRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t d1Index, int
 const PairTexts kSinCosTexts{"TRovane.SinCos: Complex = True", "TRovane.SinCos: Sinx = Self",
                              "TRovane.SinCos: Cosx = Self",    "TVec.SinCos: Complex = True",
                              "TVec.SinCos: Sinx = Self",       "TVec.SinCos: Cosx = Self",
-                             "TVec.SinCos: SinX.Complex",      "TVec.SinCos: CosX.Complex"};
+                             "TVec.SinCos: SinX.Complex",      "TVec.SinCos: CosX.Complex",
+                             "TRovane.SinCos: SinX = CosX"};
 const PairTexts kSinhCoshTexts{"TRovane.SinhCosh: Complex = True",
                                "TRovane.SinhCosh: SinhX = Self",
                                "TRovane.SinhCosh: CoshX = Self",
@@ -500,7 +504,8 @@ const PairTexts kSinhCoshTexts{"TRovane.SinhCosh: Complex = True",
                                nullptr,
                                nullptr,
                                "TVec.SinhCosh: SinhX.Complex = True",
-                               "TVec.SinhCosh: CoshX.Complex = True"};
+                               "TVec.SinhCosh: CoshX.Complex = True",
+                               "TRovane.SinhCosh: SinhX = CoshX"};
 
 // ---------------------------------------------------------------------------
 // ArcTan2 and Expj.
@@ -527,36 +532,6 @@ void ExpjCore(const TRovane& omega, TRovane& dst, int32_t len, int32_t dstIndex,
 }  // namespace
 
 // ---- the unary members ------------------------------------------------------
-#define ROVANE_TRIG_MEMBER(OP, OPS) \
-    ROVANE_UNARY_DEFINE(TRovane, OP, TrigCore<OPS>, #OP ": X = Self", #OP ": Self.Complex <> X.Complex")
-
-ROVANE_TRIG_MEMBER(Sin, SinOp)
-ROVANE_TRIG_MEMBER(Cos, CosOp)
-ROVANE_TRIG_MEMBER(Tan, TanOp)
-ROVANE_TRIG_MEMBER(Cot, ThenInv<TanOp>)
-ROVANE_TRIG_MEMBER(Sec, ThenInv<CosOp>)
-ROVANE_TRIG_MEMBER(Csc, ThenInv<SinOp>)
-ROVANE_TRIG_MEMBER(ArcSin, ArcSinOp)
-ROVANE_TRIG_MEMBER(ArcCos, ArcCosOp)
-ROVANE_TRIG_MEMBER(ArcTan, ArcTanOp)
-ROVANE_TRIG_MEMBER(ArcCot, InvThen<ArcTanOp>)
-ROVANE_TRIG_MEMBER(ArcSec, InvThen<ArcCosOp>)
-ROVANE_TRIG_MEMBER(ArcCsc, InvThen<ArcSinOp>)
-ROVANE_TRIG_MEMBER(Sinh, SinhOp)
-ROVANE_TRIG_MEMBER(Cosh, CoshOp)
-ROVANE_TRIG_MEMBER(Tanh, TanhOp)
-ROVANE_TRIG_MEMBER(Coth, ThenInv<TanhOp>)
-ROVANE_TRIG_MEMBER(Sech, ThenInv<CoshOp>)
-ROVANE_TRIG_MEMBER(Csch, ThenInv<SinhOp>)
-ROVANE_TRIG_MEMBER(ArcSinh, ArcSinhOp)
-ROVANE_TRIG_MEMBER(ArcCosh, ArcCoshOp)
-ROVANE_TRIG_MEMBER(ArcTanh, ArcTanhOp)
-ROVANE_TRIG_MEMBER(ArcCoth, InvThen<ArcTanhOp>)
-ROVANE_TRIG_MEMBER(ArcSech, InvThen<ArcCoshOp>)
-ROVANE_TRIG_MEMBER(ArcCsch, InvThen<ArcSinhOp>)
-ROVANE_TRIG_MEMBER(DegToRad, ScaleOp<PI180>)
-ROVANE_TRIG_MEMBER(RadToDeg, ScaleOp<INVPI180>)
-#undef ROVANE_TRIG_MEMBER
 
 // ---- SinCos and SinhCosh: Self is the source ----------------------------------
 TRovane& TRovane::SinCos(TRovane& sinX, TRovane& cosX) { return PairWhole<SinCosFn>(*this, sinX, cosX, kSinCosTexts); }
@@ -651,5 +626,8 @@ TRovane& TRovane::Expj(const TRovane& omega, int32_t omegaIndex, int32_t index, 
     if (len > 0) ExpjCore(omega, *this, len, index, omegaIndex);
     return *this;
 }
+
+// The forms of this family's rows of containers/members.tbl that name their core.
+#include "rovane/containers/generated/Trigonometric.defs.inc"
 
 }  // namespace rovane

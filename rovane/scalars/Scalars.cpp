@@ -31,7 +31,7 @@ constinit TCplx CINF{0, 0};
 constinit TSCplx CNAN_SINGLE{std::bit_cast<float>(0xFFC00000u), std::bit_cast<float>(0xFFC00000u)};
 constinit TSCplx CINF_SINGLE{std::bit_cast<float>(0x7F800000u), std::bit_cast<float>(0x7F800000u)};
 
-constinit int32_t RovaneBlockSize = 1000;
+constinit std::atomic<int32_t> RovaneBlockSize{1000};
 constinit int64_t RovaneMemoryAlignment = 128;
 constinit uint16_t Rovane8087CW = 0x133F;
 constinit uint16_t Fortran8087CW = 0x123F;

@@ -548,7 +548,7 @@ ROVANE_API extern TSCplx CINF_SINGLE;
 // Global settings: plain variables, changed only while no other thread works
 // with the library.
 // ---------------------------------------------------------------------------
-ROVANE_API extern int32_t RovaneBlockSize;
+ROVANE_API extern std::atomic<int32_t> RovaneBlockSize;
 ROVANE_API extern int64_t RovaneMemoryAlignment;
 ROVANE_API extern uint16_t Rovane8087CW;
 ROVANE_API extern uint16_t Fortran8087CW;

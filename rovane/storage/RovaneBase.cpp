@@ -3,6 +3,7 @@
 #include "rovane/storage/RovaneBase.h"
 
 #include "rovane/storage/ObjectCache.h"
+#include "rovane/storage/ReportChannel.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -10,27 +11,63 @@
 
 namespace rovane {
 
-constinit int32_t MaxSubrangeLevel = 4;
+constinit std::atomic<int32_t> MaxSubrangeLevel{4};
+
+namespace {
+// Range arithmetic runs in 64 bits, so that no index or length near the
+// 32-bit limit can wrap around a check.
+int32_t Narrow32(int64_t v) {
+    return v > INT32_MAX ? INT32_MAX : v < INT32_MIN ? INT32_MIN : static_cast<int32_t>(v);
+}
+// A Len of -1: the rest of an object of `length` from `index`.
+int32_t RestFrom(int32_t length, int32_t index) { return Narrow32(int64_t(length) - index); }
+bool OutOfRange(int64_t index, int64_t len, int64_t length) { return index < 0 || len < 0 || index + len > length; }
+}  // namespace
 
 TRovaneBase::TRovaneBase() = default;
 
-TRovaneBase::~TRovaneBase() noexcept(false) {
+TRovaneBase::~TRovaneBase() {
     fDebuggerMarker = 0;
     // A cached object destroyed directly: its memory goes away with the
-    // refusal, so a fresh object takes its entry and the cache stays whole.
-    // This runs also when a derived destructor has raised.
-    if (FCacheOwned && Controller) Controller->ReplaceCachedItem(this);
+    // object, so a fresh object takes its entry and the cache stays whole.
+    if (FCacheOwned && Controller) {
+        try {
+            Controller->ReplaceCachedItem(this);
+        } catch (const std::exception& e) {
+            ReportText(e.what());
+        } catch (...) {
+            ReportText("TRovaneBase.Destroy: the cache entry could not be replaced");
+        }
+    }
 }
 
-void TRovaneBase::DestroyChecks() {
-    fDebuggerMarker = 0;
-    if (std::uncaught_exceptions() > 0) return;
-    if (fSubRangeLevel >= 0)
-        ERaise("TRovaneBase.Destroy: fSubRangeLevel >= 0, Unmatched SetSubRangeLevel/SetFullRangeLevel calls!");
-    if (FCacheOwned) {
-        ERaise(
-            "TRovaneBase.Destroy: fCacheOwned = True, Attempt to release memory of object-cache owned object. Use "
-            "FreeIt to release object back to object-cache!");
+std::string TRovaneBase::DestroyProblem() const {
+    // Destruction first returns to the full range; levels pushed beyond the
+    // first stay open, and those are the unmatched ones.
+    if (fIsSubRange && fSubRangeLevel > 0)
+        return "TRovaneBase.Destroy: fSubRangeLevel >= 0, Unmatched SetSubRangeLevel/SetFullRangeLevel calls!";
+    if (FCacheOwned)
+        return "TRovaneBase.Destroy: fCacheOwned = True, Attempt to release memory of object-cache owned object. Use "
+               "FreeIt to release object back to object-cache!";
+    return {};
+}
+
+void TRovaneBase::CheckDestroy() const {
+    const std::string problem = DestroyProblem();
+    if (!problem.empty()) ERaise(problem);
+}
+
+void TRovaneBase::Free() {
+    CheckDestroy();
+    delete this;
+}
+
+void TRovaneBase::ReportDestroyProblem() const noexcept {
+    try {
+        const std::string problem = DestroyProblem();
+        if (!problem.empty()) ReportText(problem);
+    } catch (...) {
+        ReportText("TRovaneBase.Destroy: the destruction checks failed");
     }
 }
 
@@ -75,6 +112,24 @@ void* TRovaneBase::AllocateMemory(int64_t size) {
     // large blocks can be sent elsewhere (huge pages, a NUMA node).
     if (size <= LargeBlockBytes) return std::malloc(static_cast<size_t>(size));
     return GlobalAllocUnmanaged(static_cast<size_t>(size));
+}
+
+void TRovaneBase::AllocOwnedBlock() {
+    AllocSize = fActualSizeInBytes + 16 + 12 + RovaneMemoryAlignment;
+    if (AllocSize > INT32_MAX) {
+        AllocSize = 0;
+        fActualSizeInBytes = 0;
+        throw EOutOfMemory("Rovane: Cannot allocate more than 2GB for 32bit application!");
+    }
+    aPoint = AllocateMemory(AllocSize);
+    if (!aPoint) {
+        AllocSize = 0;
+        fActualSizeInBytes = 0;
+        throw EOutOfMemory("Rovane: Out of memory!");
+    }
+    // The first boundary that leaves room for the whole counted header.
+    ValuesPointer = AllignMemp(static_cast<char*>(aPoint) + sizeof(TArrayHeader) - 1, 1);
+    new (static_cast<char*>(ValuesPointer) - sizeof(TArrayHeader)) TArrayHeader{aPoint, nullptr, {1}, fLength};
 }
 
 void TRovaneBase::ReleaseMemory() {
@@ -178,8 +233,8 @@ void TRovaneBase::SetSubRangeLevel(TRovaneBase& src, int32_t index, int32_t len)
 void TRovaneBase::SetSubRangeInternal(int32_t index, int32_t len, TSubRangeOp op) {
     if (!fAllowSubrange) ERaise("Subrange is blocked!");
     if (!fIsSubRange) {
-        if (len == -1) len = fLength - index;
-        if (index < 0 || len < 0 || index + len > fLength)
+        if (len == -1) len = RestFrom(fLength, index);
+        if (OutOfRange(index, len, fLength))
             ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
         SubRangeSaveState();
         EnsureStack();
@@ -191,11 +246,11 @@ void TRovaneBase::SetSubRangeInternal(int32_t index, int32_t len, TSubRangeOp op
     TSubRangeItem& top = fSubRangeStack[fSubRangeLevel];
     if (top.Src == this) {
         if (SComplex && !fComplex) {
-            if (index < 0 || len < 0 || (index + len) * 2 > SLength)
+            if (index < 0 || len < 0 || (int64_t(index) + len) * 2 > SLength)
                 ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, SavedLength: %d", index, len,
                                     SLength);
         } else if (!SComplex && fComplex) {
-            if (index < 0 || len < 0 || (index + len) / 2 > SLength)
+            if (index < 0 || len < 0 || (int64_t(index) + len) / 2 > SLength)
                 ERangeErrorRaiseFmt("Self params out of range: 2*Index: %d, 2*Len: %d, SavedLength: %d", 2 * index,
                                     2 * len, SLength);
         }
@@ -208,7 +263,7 @@ void TRovaneBase::SetSubRangeInternal(int32_t index, int32_t len, TSubRangeOp op
 void TRovaneBase::InternalSubRangeStackOp(int32_t& index, int32_t& len, TSubRangeOp op) {
     auto checkAgainst = [&](const TSubRangeItem& below) {
         if (below.Src == this) {
-            if (index < 0 || len < 0 || index + len > SLength)
+            if (OutOfRange(index, len, SLength))
                 ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, SLength);
         } else {
             fSubRangeStack[fSubRangeLevel].Src = below.Src;
@@ -217,13 +272,13 @@ void TRovaneBase::InternalSubRangeStackOp(int32_t& index, int32_t& len, TSubRang
     };
     if (op == srPush) {
         if (fSubRangeLevel == MaxSubrangeLevel)
-            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel);
-        index += fSubRangeStack[fSubRangeLevel].Index;
+            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel.load());
+        index = Narrow32(int64_t(index) + fSubRangeStack[fSubRangeLevel].Index);
         ++fSubRangeLevel;
         fSubRangeStack[fSubRangeLevel].Src = this;
         checkAgainst(fSubRangeStack[fSubRangeLevel - 1]);
     } else if (fSubRangeLevel > 0) {
-        index += fSubRangeStack[fSubRangeLevel - 1].Index;
+        index = Narrow32(int64_t(index) + fSubRangeStack[fSubRangeLevel - 1].Index);
         checkAgainst(fSubRangeStack[fSubRangeLevel - 1]);
     } else {
         // Replacing the first level: the range is relative to the full object.
@@ -231,7 +286,7 @@ void TRovaneBase::InternalSubRangeStackOp(int32_t& index, int32_t& len, TSubRang
         // unless the complexity changed, which the caller tests separately.
         const TSubRangeItem& first = fSubRangeStack[0];
         if (first.Src == this) {
-            if (len == -1) len = SLength - index;
+            if (len == -1) len = RestFrom(SLength, index);
             if (SComplex == fComplex) checkAgainst(first);
         } else {
             first.Src->ValidateParams(index, len);
@@ -250,7 +305,7 @@ void TRovaneBase::SetSubRangeInternal(TRovaneBase& src, int32_t index, int32_t l
         fSubRangeStack[0] = TSubRangeItem{index, len, &src};
     } else if (op == srPush) {
         if (fSubRangeLevel == MaxSubrangeLevel)
-            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel);
+            ERangeErrorRaiseFmt("Subrange stack depth reached MaxSubrangeLevel at %d", MaxSubrangeLevel.load());
         ++fSubRangeLevel;
         fSubRangeStack[fSubRangeLevel] = TSubRangeItem{index, len, &src};
     } else {
@@ -309,7 +364,7 @@ void TRovaneBase::SetFullRangeLevel() {
 // Block processing.
 // ---------------------------------------------------------------------------
 void TRovaneBase::BlockInit(int32_t size) {
-    BlockSize = size < 1 ? RovaneBlockSize : size;
+    BlockSize = size < 1 ? RovaneBlockSize.load() : size;
     if (BlockLevel != 0) return;
     BlockSrc = nullptr;
     const int32_t start = BlockI * BlockSize;
@@ -322,7 +377,7 @@ void TRovaneBase::BlockInit(int32_t size) {
 }
 
 void TRovaneBase::BlockInit(TRovaneBase& src, int32_t size) {
-    BlockSize = size < 1 ? RovaneBlockSize : size;
+    BlockSize = size < 1 ? RovaneBlockSize.load() : size;
     if (BlockLevel != 0) return;
     BlockSrc = &src;
     const int32_t start = BlockI * BlockSize;
@@ -404,8 +459,8 @@ void TRovaneBase::ReleaseUsage() {
 // Validation.
 // ---------------------------------------------------------------------------
 void TRovaneBase::ValidateParams(int32_t index, int32_t& len) const {
-    if (len == -1) len = fLength - index;
-    if (fConditionCheck && (index < 0 || len < 0 || index + len > fLength))
+    if (len == -1) len = RestFrom(fLength, index);
+    if (fConditionCheck && OutOfRange(index, len, fLength))
         ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
 }
 
@@ -413,16 +468,16 @@ void TRovaneBase::ValidateCplxArrayIndexes(int32_t srcIndex, int32_t srcLen, int
     ValidateParams(index, len);
     if (!fConditionCheck) return;
     if (!fComplex) EInvalidArgumentRaise("ValidateCplxArrayIndexes: Self must be Complex");
-    if (len + srcIndex > srcLen)
+    if (int64_t(len) + srcIndex > srcLen)
         ERangeErrorRaiseFmt("ValidateCplxArrayIndexes: SrcIndex + Len > SrcLen, (%d + %d) > %d", srcIndex, len, srcLen);
     if (srcIndex < 0) ERangeErrorRaiseFmt("ValidateCplxArrayIndexes: SrcIndex < 0, %d < 0", srcIndex);
 }
 
 void TRovaneBase::ValidateRealArrayIndexes(int32_t srcIndex, int32_t srcLen, int32_t index, int32_t& len) const {
     ValidateParams(index, len);
-    if (fComplex) len *= 2;
+    if (fComplex) len = Narrow32(int64_t(len) * 2);
     if (!fConditionCheck) return;
-    if (srcIndex + len > srcLen)
+    if (int64_t(srcIndex) + len > srcLen)
         ERangeErrorRaiseFmt("ValidateRealArrayIndexes: (SrcIndex + Len) > SrcLen, (%d + %d) > %d", srcIndex, len,
                             srcLen);
     if (srcIndex < 0) ERangeErrorRaiseFmt("ValidateRealArrayIndexes: SrcIndex < 0, %d < 0", srcIndex);
@@ -483,27 +538,38 @@ void TRovaneSample::RangeCheckComplex(int32_t i) const {
 }
 
 void TRovaneSample::ValidateParams(const TRovaneBase& x, int32_t xIndex, int32_t index, int32_t& len) const {
-    if (len == -1) len = fLength - index;
+    if (len == -1) len = RestFrom(fLength, index);
     if (!fConditionCheck) return;
     if (&x == this) EInvalidArgumentRaise("Invalid params: X is equal to Self");
-    if (xIndex < 0 || xIndex + len > x.fLength)
+    if (OutOfRange(xIndex, len, x.fLength))
         ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", xIndex, len, x.fLength);
-    if (index < 0 || len < 0 || index + len > fLength)
+    if (OutOfRange(index, len, fLength))
         ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
     if (fIsDouble != x.fIsDouble)
         ERangeErrorRaise("X params not matching floating point precision: fIsDouble <> X.fIsDouble");
 }
 
+void TRovaneSample::ValidateParams2(const TRovaneBase& x, int32_t xIndex, int32_t index, int32_t& len) const {
+    if (len == -1) len = RestFrom(fLength, index);
+    if (!fConditionCheck) return;
+    if (OutOfRange(xIndex, len, x.fLength))
+        ERangeErrorRaiseFmt("X params out of range: XIndex: %d Len: %d, Length: %d", xIndex, len, x.fLength);
+    if (OutOfRange(index, len, fLength))
+        ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
+    if (fIsDouble != x.fIsDouble)
+        ERangeErrorRaise("X param not matching floating point precision: fIsDouble <> X.fIsDouble");
+}
+
 void TRovaneSample::ValidateParams(const TRovaneBase& x1, const TRovaneBase& x2, int32_t xIndex1, int32_t xIndex2,
                                    int32_t index, int32_t& len) const {
-    if (len == -1) len = fLength - index;
+    if (len == -1) len = RestFrom(fLength, index);
     if (!fConditionCheck) return;
     if (&x1 == this || &x2 == this) EInvalidArgumentRaise("Invalid params: X1 or X2 is equal to Self");
-    if (xIndex1 < 0 || xIndex1 + len > x1.fLength)
+    if (OutOfRange(xIndex1, len, x1.fLength))
         ERangeErrorRaiseFmt("X1 params out of range: xIndex1: %d, Len: %d, x1Length = %d", xIndex1, len, x1.fLength);
-    if (xIndex2 < 0 || xIndex2 + len > x2.fLength)
+    if (OutOfRange(xIndex2, len, x2.fLength))
         ERangeErrorRaiseFmt("X1 params out of range: xIndex2: %d, Len: %d, x2Length = %d", xIndex2, len, x2.fLength);
-    if (index < 0 || len < 0 || index + len > fLength)
+    if (OutOfRange(index, len, fLength))
         ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
     if (fIsDouble != x1.fIsDouble || fIsDouble != x2.fIsDouble)
         ERangeErrorRaise(

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <new>
 
 #include "rovane/scalars/Scalars.h"
 
@@ -24,8 +25,19 @@ using TSubRangeStack = TArray<TSubRangeItem>;
 
 using TNotifyEvent = std::function<void(TRovaneBase* sender)>;
 
+// The runtime's out-of-memory failure (std::bad_alloc), carrying the
+// library's text: "Rovane: Out of memory!" or the 32-bit size refusal.
+class ROVANE_API EOutOfMemory : public std::bad_alloc {
+public:
+    explicit EOutOfMemory(const char* text) noexcept : fText(text) {}
+    const char* what() const noexcept override { return fText; }
+
+private:
+    const char* fText;
+};
+
 // Deepest sub-range level; the stack has entries 0 to MaxSubrangeLevel.
-ROVANE_API extern int32_t MaxSubrangeLevel;
+ROVANE_API extern std::atomic<int32_t> MaxSubrangeLevel;
 
 // Byte size above which AllocateMemory routes a block to GlobalAllocUnmanaged.
 inline constexpr int64_t LargeBlockBytes = 262144;
@@ -38,9 +50,21 @@ public:
     TRovaneBase();
     TRovaneBase(const TRovaneBase&) = delete;
     TRovaneBase& operator=(const TRovaneBase&) = delete;
-    // Destruction checks (unmatched sub-range levels, cache ownership) raise
-    // when no other exception is in flight.
-    virtual ~TRovaneBase() noexcept(false);
+    // Destruction never throws. A misuse found on the way (open sub-range
+    // levels, a cached object destroyed instead of given back with FreeIt) is
+    // sent to the report channel, and the object and the cache are still
+    // cleaned up. CheckDestroy and Free raise the same texts instead.
+    virtual ~TRovaneBase();
+
+    // The text of the misuse that destroying the object now would meet, or
+    // an empty text when it may be destroyed.
+    virtual std::string DestroyProblem() const;
+    // Raises ERovaneException with that text, leaving the object as it is.
+    void CheckDestroy() const;
+    // CheckDestroy, then deletes the object; for objects made with new.
+    void Free();
+    // Sends DestroyProblem to the report channel; for destructors.
+    void ReportDestroyProblem() const noexcept;
 
     // ---- storage state -------------------------------------------------
     bool fCondEnabled = false;
@@ -181,6 +205,11 @@ public:
 
     // ---- memory and validation ----------------------------------------
     void* AllocateMemory(int64_t size);
+    // Allocates the owned block for fActualSizeInBytes bytes with the counted
+    // header in front (count 1, length fLength) and sets aPoint, AllocSize
+    // and ValuesPointer. A block beyond 32 bits and a failed allocation raise
+    // EOutOfMemory and leave no memory and a size of 0.
+    void AllocOwnedBlock();
     void ValidateParams(int32_t index, int32_t& len) const;
     void ValidateCplxArrayIndexes(int32_t srcIndex, int32_t srcLen, int32_t index, int32_t& len) const;
     void ValidateRealArrayIndexes(int32_t srcIndex, int32_t srcLen, int32_t index, int32_t& len) const;
@@ -205,8 +234,6 @@ protected:
     }
     // Writes the header of an owned block: count 1 and the given length.
     void WriteHeader(int32_t length);
-    // Checks of destruction, shared by the container classes.
-    void DestroyChecks();
 };
 
 // Adds the four typed views of the block for float data.
@@ -244,6 +271,8 @@ public:
     void ValidateParams(const TRovaneBase& x, int32_t xIndex, int32_t index, int32_t& len) const;
     void ValidateParams(const TRovaneBase& x1, const TRovaneBase& x2, int32_t xIndex1, int32_t xIndex2, int32_t index,
                         int32_t& len) const;
+    // As the form with X, for operations that work in place: X may be Self.
+    void ValidateParams2(const TRovaneBase& x, int32_t xIndex, int32_t index, int32_t& len) const;
 
 protected:
     // Points the base view pair of the current precision at `base`, the

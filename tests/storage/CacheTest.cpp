@@ -294,9 +294,14 @@ TEST_F(Cache, DirectDestructionIsRefusedAndTheCacheStaysWhole) {
     CreateIt(v);
     v->Size(10);
     const int32_t index = v->CacheIndex();
-    EXPECT_RAISES(ERovaneException, delete v,
-                  "TRovaneBase.Destroy: fCacheOwned = True, Attempt to release memory of object-cache owned object. "
-                  "Use FreeIt to release object back to object-cache!");
+    const std::string text =
+        "TRovaneBase.Destroy: fCacheOwned = True, Attempt to release memory of object-cache owned object. "
+        "Use FreeIt to release object back to object-cache!";
+    EXPECT_RAISES(ERovaneException, v->Free(), text);
+    EXPECT_EQ(VecCache0().CacheUsedCount(), 1);  // refused: still out, still usable
+    ReportCollector reports;
+    delete v;
+    EXPECT_EQ(reports.texts, std::vector<std::string>{text});
     // The entry has a fresh object and is free again.
     EXPECT_EQ(VecCache0().CacheUsedCount(), 0);
     TVec* w;

@@ -31,6 +31,19 @@ template <class E>
 // Expects `stmt` to raise exactly class E with exactly the given text.
 #define EXPECT_RAISES(E, stmt, ...) EXPECT_TRUE(storage_test::Raises<E>([&] { stmt; }, __VA_ARGS__))
 
+// Collects the texts sent to the report channel while it lives.
+class ReportCollector {
+public:
+    ReportCollector() {
+        fOld = rovane::SetReportHandler([this](const std::string& t) { texts.push_back(t); });
+    }
+    ~ReportCollector() { rovane::SetReportHandler(std::move(fOld)); }
+    std::vector<std::string> texts;
+
+private:
+    rovane::TReportHandler fOld;
+};
+
 // The values of a real or complex double vector, for whole-content checks.
 inline std::vector<double> Reals(const rovane::TVec& v) { return {v.Values, v.Values + v.Length()}; }
 inline std::vector<rovane::TCplx> Cplxs(const rovane::TVec& v) { return {v.CValues, v.CValues + v.Length()}; }

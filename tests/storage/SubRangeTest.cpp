@@ -265,20 +265,42 @@ TEST(SubRange, ComplexityChangedInsideARangeIsCheckedAgainstSavedLength) {
     EXPECT_EQ(c.Length(), 6);
 }
 
-TEST(SubRange, DestroyingAPushedViewRaisesAndReleasesTheBlock) {
-    EXPECT_TRUE(Raises<ERovaneException>(
-        [] {
-            TVec a;
-            Ramp(a, 10);
-            a.SetSubRangeLevel(1, 8);
-            a.SetSubRangeLevel(1, 2);
-        },
-        "TRovane.Destroy: IsSubRange = True, SubRangeLevel = 1"));
+TEST(SubRange, DestroyingAPushedViewReportsAndReleasesTheBlock) {
+    const std::string text = "TRovane.Destroy: IsSubRange = True, SubRangeLevel = 1";
+    {
+        // The explicit check raises and leaves the view as it is.
+        TVec a;
+        Ramp(a, 10);
+        a.SetSubRangeLevel(1, 8);
+        a.SetSubRangeLevel(1, 2);
+        EXPECT_RAISES(ERovaneException, a.CheckDestroy(), text);
+        EXPECT_EQ(a.Length(), 2);
+        EXPECT_EQ(a.SubRangeLevel(), 1);
+        a.SetFullRangeLevel();
+        a.SetFullRangeLevel();
+        EXPECT_NO_THROW(a.CheckDestroy());
+    }
+    {
+        // The destructor itself never throws: it reports the same text.
+        ReportCollector reports;
+        auto* a = new TVec;
+        Ramp(*a, 10);
+        a->SetSubRangeLevel(1, 8);
+        a->SetSubRangeLevel(1, 2);
+        EXPECT_RAISES(ERovaneException, a->Free(), text);
+        delete a;
+        ASSERT_EQ(reports.texts.size(), 1u);
+        EXPECT_EQ(reports.texts[0], text);
+    }
+    static_assert(std::is_nothrow_destructible_v<TVec> && std::is_nothrow_destructible_v<TMtx> &&
+                  std::is_nothrow_destructible_v<TVecInt>);
     // A view at level 0 leaves quietly.
+    ReportCollector reports;
     TVec* b = new TVec;
     Ramp(*b, 4);
     b->SetSubRange(1, 2);
-    delete b;
+    b->Free();
+    EXPECT_TRUE(reports.texts.empty());
 }
 
 TEST(SubRange, MatrixViewIsOneRow) {
