@@ -15,3 +15,5 @@
 #include "rovane/containers/RovaneInt.h"
 #include "rovane/parallel/MtxForLoop.h"
 #include "rovane/methods/RndGenerators.h"
+#include "rovane/storage/Streams.h"
+#include "rovane/strings/StringVar.h"

@@ -5,7 +5,11 @@
 #   tools/setup.sh sanitize   the tests under AddressSanitizer + UBSan
 #   tools/setup.sh tsan       the tests under ThreadSanitizer
 #   tools/setup.sh bench      build and run the benchmarks
-# Build folders: build/ (release), build-demo/, build-asan/, build-tsan/, build-bench/.
+#   tools/setup.sh fuzz [SECONDS]
+#                             build the fuzz targets of the stream loader and the
+#                             text parsers (clang, libFuzzer, ASan + UBSan) into
+#                             build-fuzz/ and run each for SECONDS (default 600)
+# Build folders: build/ (release), build-demo/, build-asan/, build-tsan/, build-bench/, build-fuzz/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -45,6 +49,10 @@ run_tests() {  # dir
   ctest --test-dir "$1" --output-on-failure -j "$jobs"
 }
 
+# Only the fuzz mode needs these (Debian's clang and its libFuzzer runtime).
+fuzz_packages=(clang libclang-rt-14-dev)
+
+[ "$mode" = fuzz ] && packages+=("${fuzz_packages[@]}")
 install_missing
 case "$mode" in
   demo)
@@ -69,6 +77,25 @@ case "$mode" in
   bench)
     configure_build build-bench -DCMAKE_BUILD_TYPE=Release -DROVANE_BUILD_BENCH=ON -DROVANE_BUILD_TESTS=OFF
     for b in build-bench/bench/bench_*; do "$b" --benchmark_min_time=0.2; done ;;
+  fuzz)
+    # The library itself is built by g++ (its kernels use GCC vector
+    # builtins); the stream and string sources are compiled again by clang
+    # with coverage and sanitizers into each target, whose definitions take
+    # precedence over the library's.
+    secs=${2:-600}
+    configure_build build-fuzz/lib -DCMAKE_BUILD_TYPE=Release -DROVANE_BUILD_TESTS=OFF -DROVANE_BUILD_EXAMPLES=OFF
+    srcs=(rovane/storage/Streams.cpp rovane/containers/RovaneStreams.cpp rovane/strings/StringVar.cpp)
+    for t in load text; do
+      clang++ -std=c++20 -O1 -g -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all -ffp-contract=off \
+        -I. "${srcs[@]}" "tests/fuzz/fuzz_$t.cpp" -Lbuild-fuzz/lib/rovane -lrovane -Wl,-rpath,"$PWD/build-fuzz/lib/rovane" \
+        -o "build-fuzz/fuzz_$t"
+      mkdir -p "build-fuzz/corpus_$t" "build-fuzz/run-$t"
+      # Seeds and any kept crash inputs start the corpus.
+      cp -n tests/fuzz/seeds/"$t"-* "build-fuzz/corpus_$t/" 2>/dev/null || true
+      ( cd "build-fuzz/run-$t" &&
+        "../fuzz_$t" -max_total_time="$secs" -jobs=1 -rss_limit_mb=4096 -artifact_prefix="$PWD/crash-" "../corpus_$t" &&
+        tail -n 3 fuzz-0.log )
+    done ;;
   *)
-    echo "usage: $0 demo|test|sanitize|tsan|bench" >&2; exit 2 ;;
+    echo "usage: $0 demo|test|sanitize|tsan|bench|fuzz [seconds]" >&2; exit 2 ;;
 esac

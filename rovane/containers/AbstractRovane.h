@@ -6,6 +6,7 @@
 #include <span>
 
 #include "rovane/storage/RovaneBase.h"
+#include "rovane/storage/Streams.h"
 
 namespace rovane {
 
@@ -167,6 +168,50 @@ public:
     // ==== the chaining members ==========================================
     // Declared from the table containers/members.tbl; each returns Self.
 #include "rovane/containers/generated/TRovane.members.h"
+
+    // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
+    // Binary form: the header of the class, then Length values (complex:
+    // pairs, real part first) in a sample format of TPrecision. The short
+    // forms of WriteHeader and WriteValues use prDouble or prSingle by the
+    // object's precision, rnTrunc and little-endian order. A header that
+    // fails its checks raises before the object changes.
+    void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+    void WriteHeader(std::ostream& stream);
+    TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+    void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+    void WriteValues(std::ostream& stream) const;
+    // Reads Length values into the object; returns the number of values the
+    // stream held for it (more than Length for streams of versions below 104).
+    virtual int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+    // Header and values with Precision, Rounding and little-endian order.
+    virtual void SaveToStream(std::ostream& stream);
+    // Reads one object; a damaged or short stream raises and the object keeps
+    // its previous state.
+    virtual void LoadFromStream(std::istream& stream);
+    // Creates the file, or with Append writes at its end, so that objects
+    // can follow one another in one file. LoadFromFile reads the first one.
+    void SaveToFile(const std::string& fileName, bool append = false);
+    void LoadFromFile(const std::string& fileName);
+    // The binary property "DataValues" of a persisted owner.
+    void SaveBinaryStream(std::ostream& stream);
+    void LoadBinaryStream(std::istream& stream);
+    virtual void DefineProperties(TFiler& filer);
+    // Hooks at the end of a vector's WriteHeader and ReadHeader, empty here,
+    // for subclasses that add header fields.
+    virtual void InternalWriteHeader(std::ostream& stream);
+    virtual void InternalReadHeader(std::istream& stream);
+    // The fields of a header as read, before they are applied.
+    struct StreamHeader;
+
+protected:
+    using TRovaneBase::WriteHeader;
+    virtual void WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness);
+    // Reads and checks a header without changing the object.
+    virtual void ParseStreamHeader(std::istream& stream, TEndianness endianness, StreamHeader& h) const;
+    virtual void ApplyStreamHeader(std::istream& stream, const StreamHeader& h);
+
+public:
+    // ---- end of streams and text forms ---------------------------------
 
 protected:
     template <class T>

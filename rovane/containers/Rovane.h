@@ -2,6 +2,7 @@
 #pragma once
 
 #include "rovane/containers/AbstractRovane.h"
+#include "rovane/containers/MatrixSettings.h"
 
 namespace rovane {
 
@@ -47,6 +48,31 @@ public:
 
     // ==== the chaining members, returning TVec& ============================
 #include "rovane/containers/generated/TVec.chain.h"
+
+    // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
+    // One line per element: FormatSample(ReFormat, x) or
+    // FormatCplx(z, ReFormat, ImFormat); empty formats give the general form.
+    // Element i goes to list line ListIndex + i - Index, replacing it or
+    // appended. Align pads to the longest text plus 3; Headers puts the
+    // element index in front of each line.
+    void ValuesToStrings(TStringList& dst) const;
+    void ValuesToStrings(TStringList& dst, int32_t listIndex, int32_t index, int32_t len,
+                         TFixedTextAlign align = ftaNone, std::string_view reFormat = {},
+                         std::string_view imFormat = {}, bool headers = false) const;
+    // ValuesToStrings into a temporary list, lines joined with "\r\n".
+    std::string ValuesToText(std::string_view reFormat = {}, std::string_view imFormat = {}) const;
+    // One value per line (complex text for a complex object). The short form
+    // sizes Self to the list. A line that does not parse raises and leaves
+    // Self unchanged.
+    TVec& StringsToValues(const TStringList& src);
+    TVec& StringsToValues(const TStringList& src, int32_t listIndex, int32_t index, int32_t len = -1);
+    TVec& TextToValues(std::string_view text);
+
+protected:
+    void WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness) override;
+    void ParseStreamHeader(std::istream& stream, TEndianness endianness, StreamHeader& h) const override;
+    void ApplyStreamHeader(std::istream& stream, const StreamHeader& h) override;
+    // ---- end of streams and text forms ---------------------------------
 };
 
 class ROVANE_API TMtx : public TDenseRovane {
@@ -97,6 +123,56 @@ public:
 
     // ==== the chaining members, returning TMtx& ============================
 #include "rovane/containers/generated/TMtx.chain.h"
+
+    // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
+    // Solver settings that the stream header carries (defaults: false, btFull,
+    // cnNone, false, tfUpper, false, 0, 0); sizing keeps them.
+    bool FAutoMtxType = false;
+    TBalanceType FBalance = btFull;
+    TConditionNumber FConditionNumber = cnNone;
+    bool FRefineSolution = false;
+    TTriangleForm FTriangleForm = tfUpper;
+    bool FTriangleUnit = false;
+    int32_t FSuperDiag = 0, FSubDiag = 0;
+    bool AutoMtxType() const { return FAutoMtxType; }
+    void SetAutoMtxType(bool v) { FAutoMtxType = v; }
+    TBalanceType Balance() const { return FBalance; }
+    void SetBalance(TBalanceType v) { FBalance = v; }
+    TConditionNumber ConditionNumber() const { return FConditionNumber; }
+    void SetConditionNumber(TConditionNumber v) { FConditionNumber = v; }
+    bool RefineSolution() const { return FRefineSolution; }
+    void SetRefineSolution(bool v) { FRefineSolution = v; }
+    TTriangleForm TriangleForm() const { return FTriangleForm; }
+    void SetTriangleForm(TTriangleForm v) { FTriangleForm = v; }
+    bool TriangleUnit() const { return FTriangleUnit; }
+    void SetTriangleUnit(bool v) { FTriangleUnit = v; }
+    int32_t SuperDiag() const { return FSuperDiag; }
+    void SetSuperDiag(int32_t v) { FSuperDiag = v; }
+    int32_t SubDiag() const { return FSubDiag; }
+    void SetSubDiag(int32_t v) { FSubDiag = v; }
+
+    // One line per row, the columns joined by Delimiter, values formatted as
+    // for a vector.
+    void ValuesToStrings(TStringList& dst, std::string_view delimiter = "\t") const;
+    void ValuesToStrings(TStringList& dst, int32_t row, int32_t col, int32_t rowCount, int32_t colCount,
+                         std::string_view delimiter = "\t", TFixedTextAlign align = ftaNone,
+                         std::string_view reFormat = {}, std::string_view imFormat = {}, bool headers = false) const;
+    std::string ValuesToText(std::string_view delimiter = "\t", std::string_view reFormat = {},
+                             std::string_view imFormat = {}) const;
+    // Rows from list lines, columns from delimited items. The short form sizes
+    // Self to the list's lines and the first line's items; the long form
+    // writes ListLen lines from ListIndex into Self from (Row, Col). Parsing
+    // goes into a temporary, so a failure leaves Self unchanged.
+    TMtx& StringsToValues(const TStringList& src, std::string_view delimiter = "\t");
+    TMtx& StringsToValues(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t row, int32_t col,
+                          std::string_view delimiter = "\t");
+    TMtx& TextToValues(std::string_view text, std::string_view delimiter = "\t");
+
+protected:
+    void WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness) override;
+    void ParseStreamHeader(std::istream& stream, TEndianness endianness, StreamHeader& h) const override;
+    void ApplyStreamHeader(std::istream& stream, const StreamHeader& h) override;
+    // ---- end of streams and text forms ---------------------------------
 
 private:
     void SetSubRangeDirect2(TRovaneBase& src, int32_t index, int32_t rows, int32_t cols);
