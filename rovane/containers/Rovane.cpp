@@ -498,6 +498,14 @@ void TMtx::Assign(const TRovaneBase& src) {
     Size(src);
     if (const auto* m = dynamic_cast<const TMtx*>(&src)) {
         fQuadratic = m->fQuadratic;
+        FAutoMtxType = m->FAutoMtxType;
+        FBalance = m->FBalance;
+        FConditionNumber = m->FConditionNumber;
+        FRefineSolution = m->FRefineSolution;
+        FTriangleForm = m->FTriangleForm;
+        FTriangleUnit = m->FTriangleUnit;
+        FSuperDiag = m->FSuperDiag;
+        FSubDiag = m->FSubDiag;
         if (AssignCopiesValues) Copy(*m);
     }
 }
@@ -583,6 +591,15 @@ void TMtx::Reset() {
     ResetCore(*this, "TMtx");
     SetShape(0, 0);
     fQuadratic = true;
+    // The matrix settings go back to those of a new matrix.
+    FAutoMtxType = false;
+    FBalance = btFull;
+    FConditionNumber = cnNone;
+    FRefineSolution = false;
+    FTriangleForm = tfUpper;
+    FTriangleUnit = false;
+    FSuperDiag = 0;
+    FSubDiag = 0;
     FireOnSetSize();
     fConditionCheck = MtxConditionCheckDefault;
 }

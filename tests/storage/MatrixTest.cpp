@@ -140,3 +140,26 @@ TEST(Matrix, AssignTakesShapeAndSettings) {
     EXPECT_EQ(b.Lastc(), TCplx(1, 2));
     EXPECT_RAISES(ERovaneException, b.Assign(b), "TMtx.Assign: Src = Self");
 }
+
+TEST(Matrix, AssignCopiesTheSolverSettingsAndResetClearsThem) {
+    TMtx a, b;
+    a.Size(2, 2);
+    a.FAutoMtxType = true;
+    a.FBalance = btNone;
+    a.FRefineSolution = true;
+    a.FTriangleUnit = true;
+    a.FSuperDiag = 3;
+    a.FSubDiag = 1;
+    b.Assign(a);
+    EXPECT_TRUE(b.FAutoMtxType);
+    EXPECT_EQ(b.FBalance, btNone);
+    EXPECT_TRUE(b.FRefineSolution && b.FTriangleUnit);
+    EXPECT_EQ(b.FSuperDiag, 3);
+    EXPECT_EQ(b.FSubDiag, 1);
+    b.Reset();
+    TMtx fresh;
+    EXPECT_EQ(b.FBalance, fresh.FBalance);
+    EXPECT_EQ(b.FAutoMtxType, fresh.FAutoMtxType);
+    EXPECT_EQ(b.FSuperDiag, 0);
+    EXPECT_EQ(b.FTriangleForm, fresh.FTriangleForm);
+}
