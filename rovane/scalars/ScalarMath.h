@@ -9,6 +9,8 @@
 // domain gives NaN or an infinity.
 #pragma once
 
+#include "rovane/scalars/Scalars.h"
+
 namespace rovane {
 
 // Declares double Name(double) and float Namef(float).
