@@ -4,10 +4,11 @@
 // and the summary gives min / median / max per case and the ratio of max to
 // min, so that a slow path that only some processes take shows up instead of
 // hiding behind a median. After the warm-up each process also drops the
-// library's read-only pages from its page tables, as reclaim can: a kernel
-// that reaches a constant only through a masked load would then stay on the
+// library's read-only pages from its page tables, as reclaim can. A kernel
+// that reaches a constant only through a masked load may then stay on the
 // processor's slow path for that process (see the kernel rules in
-// docs/DESIGN.md). The library's Exp runs beside SLEEF's exp called directly
+// docs/DESIGN.md); the first plain accesses map whole neighbourhoods of pages
+// again, so this makes the slow path likelier, not certain. The library's Exp runs beside SLEEF's exp called directly
 // at the table's width in the same process.
 //
 //   bench_spread [processes] [table...]     default: 8 processes, every table
