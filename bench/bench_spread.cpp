@@ -4,10 +4,11 @@
 // and the summary gives min / median / max per case and the ratio of max to
 // min, so that a slow path that only some processes take shows up instead of
 // hiding behind a median. After the warm-up each process also drops the
-// library's read-only pages from its page tables, as reclaim can: a kernel
-// that reaches a constant only through a masked load would then stay on the
+// library's read-only pages from its page tables, as reclaim can. A kernel
+// that reaches a constant only through a masked load may then stay on the
 // processor's slow path for that process (see the kernel rules in
-// docs/DESIGN.md). The library's Exp runs beside SLEEF's exp called directly
+// docs/DESIGN.md); the first plain accesses map whole neighbourhoods of pages
+// again, so this makes the slow path likelier, not certain. The library's Exp runs beside SLEEF's exp called directly
 // at the table's width in the same process.
 //
 //   bench_spread [processes] [table...]     default: 8 processes, every table
@@ -107,15 +108,18 @@ double ThreadNs() {
     return double(t.tv_sec) * 1e9 + double(t.tv_nsec);
 }
 
-// Best time per element of fn over repeated calls, in ns.
+// Best time per element of fn over repeated samples, in ns. A sample of a
+// short run times a batch of calls: reading the thread's clock costs about
+// half a microsecond.
 template <class Fn>
 double NsPerElement(size_t n, Fn fn) {
-    const int reps = n >= 100000 ? 8 : 400;
+    const int reps = n >= 100000 ? 8 : 40;
+    const int batch = n >= 100000 ? 1 : int(100000 / n);
     double best = 1e300;
     for (int r = 0; r < reps; ++r) {
         const double t0 = ThreadNs();
-        fn();
-        best = std::min(best, ThreadNs() - t0);
+        for (int b = 0; b < batch; ++b) fn();
+        best = std::min(best, (ThreadNs() - t0) / batch);
     }
     return best / double(n);
 }

@@ -31,6 +31,7 @@ namespace rovane::prim {
 #define ROVANE_TWIN(N, D, S, SHAPE, ...)                           \
     ROVANE_FORWARD(IppStatus, N, D, AsDouble, SHAPE, __VA_ARGS__) \
     ROVANE_FORWARD(IppStatus, N, S, AsSingle, SHAPE, __VA_ARGS__)
+#define ROVANE_TWIN_KERNEL ROVANE_TWIN
 #define ROVANE_OWN(N, D, S, SHAPE, ...)                       \
     ROVANE_FORWARD(void, N, D, AsDouble, SHAPE, __VA_ARGS__) \
     ROVANE_FORWARD(void, N, S, AsSingle, SHAPE, __VA_ARGS__)
@@ -44,6 +45,7 @@ namespace rovane::prim {
 #include "rovane/primitives/twins/PartsExtra.def"
 #include "rovane/primitives/twins/Random.def"
 #undef ROVANE_TWIN
+#undef ROVANE_TWIN_KERNEL
 #undef ROVANE_OWN
 #undef ROVANE_SOLO
 #undef ROVANE_FORWARD

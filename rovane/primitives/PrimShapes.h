@@ -8,7 +8,10 @@
 //   ROVANE_TWIN(Name, DoubleRoutine, SingleRoutine, SHAPE, types...)  status result
 //   ROVANE_OWN(Name, DoubleRoutine, SingleRoutine, SHAPE, types...)   no result
 //   ROVANE_SOLO(Name, Routine, SHAPE, types...)                       status, no twin
-// and the file that includes a table defines these three first: the catalogue
+//   ROVANE_TWIN_KERNEL(Name, DoubleRoutine, SingleRoutine, SHAPE, types...)
+//       a ROVANE_TWIN whose routines are one call of the kernel Name; the row
+//       also defines them (ippspl.cpp)
+// and the file that includes a table defines these first: the catalogue
 // headers declare the routines, rovane/primitives/Prim.h writes the typed
 // forwarders prim::Name.
 #pragma once

@@ -189,7 +189,6 @@ ROVANE_PAIR(ROVANE_R_UN, ippsSqr_64f_Idx, sippsSqr_32f_Idx, Sqr)
 ROVANE_PAIR(ROVANE_R_UN_I, ippsSqr_64f_I_Idx, sippsSqr_32f_I_Idx, Sqr)
 ROVANE_PAIR_C(ROVANE_C_UN, ippsSqr_64fc_Idx, sippsSqr_32fc_Idx, Sqrc)
 ROVANE_PAIR_C(ROVANE_C_UN_I, ippsSqr_64fc_I_Idx, sippsSqr_32fc_I_Idx, Sqrc)
-ROVANE_PAIR(ROVANE_R_UN, ippsSqrt_64f_A53_Idx, sippsSqrt_32f_A24_Idx, Sqrt)
 ROVANE_PAIR(ROVANE_R_UN, ippsAbs_64f_Idx, sippsAbs_32f_Idx, Abs)
 ROVANE_PAIR(ROVANE_R_UN_I, ippsAbs_64f_I_Idx, sippsAbs_32f_I_Idx, Abs)
 ROVANE_PAIR_C(ROVANE_C_TO_R, ippsMagnitude_64fc_Idx, sippsMagnitude_32fc_Idx, Magnitude)
@@ -242,27 +241,6 @@ IppStatus sippsNormalize_32fc_Idx(const TSCplx* x, int32_t xIndex, TSCplx* d, in
 }
 
 // Transcendental functions.
-ROVANE_PAIR(ROVANE_R_UN, ippsSin_64f_A53_Idx, sippsSin_32f_A24_Idx, Sin)
-ROVANE_PAIR(ROVANE_R_UN, ippsCos_64f_A53_Idx, sippsCos_32f_A24_Idx, Cos)
-ROVANE_PAIR(ROVANE_R_UN, ippsTan_64f_A53_Idx, sippsTan_32f_A24_Idx, Tan)
-ROVANE_PAIR(ROVANE_R_UN, ippsAsin_64f_A53_Idx, sippsAsin_32f_A24_Idx, Asin)
-ROVANE_PAIR(ROVANE_R_UN, ippsAcos_64f_A53_Idx, sippsAcos_32f_A24_Idx, Acos)
-ROVANE_PAIR(ROVANE_R_UN, ippsAtan_64f_A53_Idx, sippsAtan_32f_A24_Idx, Atan)
-ROVANE_PAIR(ROVANE_R_UN, ippsSinh_64f_A53_Idx, sippsSinh_32f_A24_Idx, Sinh)
-ROVANE_PAIR(ROVANE_R_UN, ippsCosh_64f_A53_Idx, sippsCosh_32f_A24_Idx, Cosh)
-ROVANE_PAIR(ROVANE_R_UN, ippsTanh_64f_A53_Idx, sippsTanh_32f_A24_Idx, Tanh)
-ROVANE_PAIR(ROVANE_R_UN, ippsAsinh_64f_A53_Idx, sippsAsinh_32f_A24_Idx, Asinh)
-ROVANE_PAIR(ROVANE_R_UN, ippsAcosh_64f_A53_Idx, sippsAcosh_32f_A24_Idx, Acosh)
-ROVANE_PAIR(ROVANE_R_UN, ippsAtanh_64f_A53_Idx, sippsAtanh_32f_A24_Idx, Atanh)
-ROVANE_PAIR(ROVANE_R_UN, ippsExp_64f_A53_Idx, sippsExp_32f_A24_Idx, Exp)
-ROVANE_PAIR(ROVANE_R_UN, ippsLn_64f_A53_Idx, sippsLn_32f_A24_Idx, Ln)
-ROVANE_PAIR(ROVANE_R_UN, ippsLog10_64f_A53_Idx, sippsLog10_32f_A24_Idx, Log10)
-ROVANE_PAIR(ROVANE_R_UN, ippsCbrt_64f_A53_Idx, sippsCbrt_32f_A24_Idx, Cbrt)
-ROVANE_PAIR(ROVANE_R_UN, ippsInv_64f_A53_Idx, sippsInv_32f_A24_Idx, Inv)
-ROVANE_PAIR(ROVANE_R_UN, ippsErf_64f_A53_Idx, sippsErf_32f_A24_Idx, Erf)
-ROVANE_PAIR(ROVANE_R_BIN, ippsAtan2_64f_A53_Idx, sippsAtan2_32f_A24_Idx, Atan2)
-ROVANE_PAIR(ROVANE_R_BIN, ippsPow_64f_A53_Idx, sippsPow_32f_A24_Idx, Pow)
-ROVANE_PAIR(ROVANE_R_SPLIT, ippsSinCos_64f_A53_Idx, sippsSinCos_32f_A24_Idx, SinCos)
 #define ROVANE_D_POWX(N, F)                                                                          \
     IppStatus N(const F* x, int32_t xIndex, F value, F* d, int32_t dIndex, int32_t len) {            \
         return Run1<F>(&TKernelSet<F>::Powx, x, xIndex, d, dIndex, len, Val<F>(value));            \
@@ -300,6 +278,31 @@ ROVANE_PAIR(ROVANE_R_UN, ippsFloor_64f_Idx, sippsFloor_32f_Idx, Floor)
 ROVANE_PAIR(ROVANE_R_UN, ippsRound_64f_Idx, sippsRound_32f_Idx, Round)
 ROVANE_PAIR(ROVANE_R_UN, ippsTrunc_64f_Idx, sippsTrunc_32f_Idx, Trunc)
 ROVANE_PAIR(ROVANE_R_SPLIT, ippsModf_64f_Idx, sippsModf_32f_Idx, Modf)
+
+// Entries that are one call of the kernel of their facade name: written by
+// their ROVANE_TWIN_KERNEL rows (twins/VectorMath.def).
+#define ROVANE_DEFINE_UN(K, N, F, W, TX, TD) \
+    IppStatus N ROVANE_SHAPE_UN(W, TX, TD) { return Run1<F>(&TKernelSet<F>::K, x, xIndex, d, dIndex, len); }
+#define ROVANE_DEFINE_BIN(K, N, F, W, TX, TY, TD)                                                   \
+    IppStatus N ROVANE_SHAPE_BIN(W, TX, TY, TD) {                                                   \
+        return Run2<F>(&TKernelSet<F>::K, x, xIndex, y, yIndex, d, dIndex, len);                    \
+    }
+#define ROVANE_DEFINE_SPLIT(K, N, F, W, TX, TD)                                                     \
+    IppStatus N ROVANE_SHAPE_SPLIT(W, TX, TD) {                                                     \
+        return Run12<F>(&TKernelSet<F>::K, x, xIndex, d1, d1Index, d2, d2Index, len);               \
+    }
+#define ROVANE_TWIN(...)
+#define ROVANE_SOLO(...)
+#define ROVANE_TWIN_KERNEL(K, D, S, SHAPE, ...)                  \
+    ROVANE_DEFINE_##SHAPE(K, D, double, AsDouble, __VA_ARGS__) \
+    ROVANE_DEFINE_##SHAPE(K, S, float, AsSingle, __VA_ARGS__)
+#include "rovane/primitives/twins/VectorMath.def"
+#undef ROVANE_TWIN
+#undef ROVANE_SOLO
+#undef ROVANE_TWIN_KERNEL
+#undef ROVANE_DEFINE_UN
+#undef ROVANE_DEFINE_BIN
+#undef ROVANE_DEFINE_SPLIT
 
 // Thresholds. A level check that fails leaves the data as it is.
 #define ROVANE_D_LEVEL(N, NI, F, T, K, KZERO, NEG_CHECK)                                       \

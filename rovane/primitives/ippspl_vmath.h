@@ -10,9 +10,11 @@
 namespace rovane {
 
 #define ROVANE_TWIN(N, D, S, SHAPE, ...) ROVANE_DECLARE_TWIN(IppStatus, D, S, SHAPE, __VA_ARGS__)
+#define ROVANE_TWIN_KERNEL(N, D, S, SHAPE, ...) ROVANE_DECLARE_TWIN(IppStatus, D, S, SHAPE, __VA_ARGS__)
 #define ROVANE_SOLO(N, F, SHAPE, ...) ROVANE_DECLARE_SOLO(IppStatus, F, SHAPE, __VA_ARGS__)
 #include "rovane/primitives/twins/VectorMath.def"
 #undef ROVANE_TWIN
+#undef ROVANE_TWIN_KERNEL
 #undef ROVANE_SOLO
 
 }  // namespace rovane
