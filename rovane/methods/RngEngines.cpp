@@ -42,6 +42,25 @@ __attribute__((target_clones("avx512f", "avx2", "default"))) void U32ToUnit(cons
     for (int64_t i = 0; i < n; ++i) r[i] = double(x[i]) * 0x1p-32;
 }
 
+// Raw 32-bit outputs, copied as they are.
+inline void CopyWords(const uint32_t* s, uint32_t* d, int m) { std::memcpy(d, s, size_t(m) * 4); }
+
+// Hands out n outputs of a generator that fills a block of `size` words at a
+// time: the rest of the block at idx first, then fresh blocks from refill.
+// `put` converts a run of words into the caller's elements.
+template <class Refill, class T, class Put>
+int DrainBlocks(int& idx, int size, const uint32_t* block, Refill refill, T* r, int64_t n, Put put) {
+    while (n > 0) {
+        if (idx >= size) refill();
+        const int m = int(std::min<int64_t>(n, size - idx));
+        put(block + idx, r, m);
+        idx += m;
+        r += m;
+        n -= m;
+    }
+    return kOk;
+}
+
 // Uniform doubles of a generator whose raw output is 32 uniform bits.
 template <class E>
 int UniformFromBits(E& e, double* r, int64_t n) {
@@ -580,26 +599,10 @@ public:
         fIdx = 0;
     }
     int Bits(uint32_t* r, int64_t n) override {
-        while (n > 0) {
-            if (fIdx >= N) Twist();
-            const int m = int(std::min<int64_t>(n, N - fIdx));
-            std::memcpy(r, fOut.data() + fIdx, size_t(m) * 4);
-            fIdx += m;
-            r += m;
-            n -= m;
-        }
-        return kOk;
+        return DrainBlocks(fIdx, N, fOut.data(), [this] { Twist(); }, r, n, CopyWords);
     }
     int Uniform(double* r, int64_t n) override {
-        while (n > 0) {
-            if (fIdx >= N) Twist();
-            const int m = int(std::min<int64_t>(n, N - fIdx));
-            U32ToUnit(fOut.data() + fIdx, r, m);
-            fIdx += m;
-            r += m;
-            n -= m;
-        }
-        return kOk;
+        return DrainBlocks(fIdx, N, fOut.data(), [this] { Twist(); }, r, n, U32ToUnit);
     }
     bool Full32() const override { return true; }
     // The 624 words from the next output on, and one step of the recurrence.
@@ -711,26 +714,10 @@ public:
         fIdx = 0;
     }
     int Bits(uint32_t* r, int64_t n) override {
-        while (n > 0) {
-            if (fIdx >= N32) GenAll();
-            const int m = int(std::min<int64_t>(n, N32 - fIdx));
-            std::memcpy(r, fState.data() + fIdx, size_t(m) * 4);
-            fIdx += m;
-            r += m;
-            n -= m;
-        }
-        return kOk;
+        return DrainBlocks(fIdx, N32, fState.data(), [this] { GenAll(); }, r, n, CopyWords);
     }
     int Uniform(double* r, int64_t n) override {
-        while (n > 0) {
-            if (fIdx >= N32) GenAll();
-            const int m = int(std::min<int64_t>(n, N32 - fIdx));
-            U32ToUnit(fState.data() + fIdx, r, m);
-            fIdx += m;
-            r += m;
-            n -= m;
-        }
-        return kOk;
+        return DrainBlocks(fIdx, N32, fState.data(), [this] { GenAll(); }, r, n, U32ToUnit);
     }
     bool Full32() const override { return true; }
     static __m128i Rec(__m128i a, __m128i b, __m128i r1, __m128i r2) {
