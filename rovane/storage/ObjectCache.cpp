@@ -6,6 +6,7 @@
 
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/primitives/DFTIDescriptors.h"
 #include "rovane/primitives/ippspl_core.h"
 #include "rovane/storage/Platform.h"
 
@@ -330,6 +331,11 @@ void TRovaneController::SetMtxConditionCheck(bool value) {
     MtxConditionCheckDefault = value;
     for (int32_t i = 0; i < Pool.Length(); ++i) Pool[i]->Mtx.SetConditionCheck(value);
 }
+
+int32_t TRovaneController::FFTDescriptorCacheSize() const { return DFTIDescriptorCache().MaxCacheSize(); }
+void TRovaneController::SetFFTDescriptorCacheSize(int32_t value) { DFTIDescriptorCache().SetMaxCacheSize(value); }
+bool TRovaneController::FastFFTCache() const { return DFTIDescriptorCache().FastCache(); }
+void TRovaneController::SetFastFFTCache(bool value) { DFTIDescriptorCache().SetFastCache(value); }
 
 void TRovaneController::SetDenormalsAreZero(bool value) {
     if (value == FDenormalsAreZero) return;

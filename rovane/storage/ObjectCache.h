@@ -194,6 +194,11 @@ public:
     void SetThreadingMode(TThreadingMode value);
     int32_t ThreadWaitBeforeSleep() const { return FThreadWaitBeforeSleep; }
     void SetThreadWaitBeforeSleep(int32_t value);
+    // The descriptor cache of the FFT layer: its size and its fast-cache switch.
+    int32_t FFTDescriptorCacheSize() const;
+    void SetFFTDescriptorCacheSize(int32_t value);
+    bool FastFFTCache() const;
+    void SetFastFFTCache(bool value);
     bool SuperConductive() const { return fSuperConductive; }
     void SetSuperConductive(bool value);
     int32_t CpuType() const;

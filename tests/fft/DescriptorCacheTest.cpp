@@ -8,6 +8,7 @@
 
 #include "FftTestUtil.h"
 #include "rovane/primitives/DFTIDescriptors.h"
+#include "rovane/storage/ObjectCache.h"
 
 using namespace rovane;
 using namespace rovane::ffttest;
@@ -276,4 +277,16 @@ TEST(DescriptorCache, RealRowTransformsInPlaceThroughFlags) {
         for (int r = 0; r < rows; ++r)
             for (int j = 0; j < cols; ++j) EXPECT_NEAR(a[size_t(r * stride + j)], x[size_t(r * stride + j)], 1e-15);
     }
+}
+
+TEST(DescriptorCacheController, ControllerPropertiesForwardToTheCache) {
+    const int32_t size = Controller->FFTDescriptorCacheSize();
+    const bool fast = Controller->FastFFTCache();
+    Controller->SetFFTDescriptorCacheSize(size + 3);
+    EXPECT_EQ(DFTIDescriptorCache().MaxCacheSize(), size + 3);
+    Controller->SetFastFFTCache(!fast);
+    EXPECT_EQ(DFTIDescriptorCache().FastCache(), !fast);
+    Controller->SetFastFFTCache(fast);
+    Controller->SetFFTDescriptorCacheSize(size);
+    EXPECT_EQ(Controller->FFTDescriptorCacheSize(), size);
 }
