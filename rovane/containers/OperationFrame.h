@@ -101,8 +101,13 @@ private:
 // result is as if the source had been read whole before the first write.
 class Unaliased {
 public:
-    Unaliased(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len);
-    ~Unaliased();
+    Unaliased(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len)
+        : fX(x), fXIndex(xIndex) {
+        if (RunsOverlap(x, xIndex, dst, dstIndex, len)) Detach(len);
+    }
+    ~Unaliased() {
+        if (fCopy) Release();
+    }
     Unaliased(const Unaliased&) = delete;
     Unaliased& operator=(const Unaliased&) = delete;
     // The object to read and the index of the run in it.
@@ -110,14 +115,35 @@ public:
     int32_t Index() const { return fCopy ? 0 : fXIndex; }
     bool Copied() const { return fCopy != nullptr; }
 
+    // Whether the runs overlap other than in the plain in-place way. Inline,
+    // since every out-of-place call asks it: runs of two different blocks
+    // never overlap, so the usual answer costs one comparison of the bases.
+    static bool RunsOverlap(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len) {
+        const char* base = Base(x);
+        if (base != Base(dst) || !base || len <= 0) return false;
+        const char* a = RunStart(x, xIndex);
+        const char* b = RunStart(dst, dstIndex);
+        const int64_t ea = ElemBytes(x), eb = ElemBytes(dst);
+        if (a == b && ea == eb) return false;
+        return a < b + int64_t(len) * eb && b < a + int64_t(len) * ea;
+    }
+
 private:
+    static const char* Base(const TRovane& o) {
+        return o.fIsDouble ? reinterpret_cast<const char*>(o.SData) : reinterpret_cast<const char*>(o.SSData);
+    }
+    static int64_t ElemBytes(const TRovane& o) { return (o.fIsDouble ? 8 : 4) * (o.fComplex ? 2 : 1); }
+    static const char* RunStart(const TRovane& o, int32_t index) {
+        return Base(o) + int64_t(o.FDataOffset) * (o.fIsDouble ? 8 : 4) + int64_t(index) * ElemBytes(o);
+    }
+    // The rare path: the run copied to a cached temporary, and given back.
+    void Detach(int32_t len);
+    void Release() noexcept;
+
     const TRovane& fX;
     int32_t fXIndex;
     TVec* fCopy = nullptr;
 };
-
-// Whether the runs overlap other than in the plain in-place way.
-bool RunsOverlap(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len);
 
 // N real scratch runs of `len` elements of field F, each a cached TVec,
 // given back on scope exit (also when an exception passes).

@@ -19,52 +19,18 @@ CachedVec::~CachedVec() noexcept {
     }
 }
 
-namespace {
-struct ByteRun {
-    const char* begin = nullptr;
-    const char* end = nullptr;
-    int64_t elemBytes = 0;
-};
-
-// The bytes that `len` elements of `o` from element `index` occupy.
-ByteRun RunOf(const TRovane& o, int32_t index, int32_t len) {
-    const int64_t field = o.fIsDouble ? 8 : 4;
-    const int64_t elem = field * (o.fComplex ? 2 : 1);
-    const char* base = o.fIsDouble ? reinterpret_cast<const char*>(o.SData) : reinterpret_cast<const char*>(o.SSData);
-    if (!base || len <= 0) return {};
-    const char* first = base + int64_t(o.FDataOffset) * field + int64_t(index) * elem;
-    return {first, first + int64_t(len) * elem, elem};
-}
-}  // namespace
-
-bool RunsOverlap(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len) {
-    const ByteRun a = RunOf(x, xIndex, len), b = RunOf(dst, dstIndex, len);
-    if (!a.begin || !b.begin) return false;
-    if (a.begin >= b.end || b.begin >= a.end) return false;
-    return a.begin != b.begin || a.elemBytes != b.elemBytes;
-}
-
-Unaliased::Unaliased(const TRovane& x, int32_t xIndex, const TRovane& dst, int32_t dstIndex, int32_t len)
-    : fX(x), fXIndex(xIndex) {
-    if (!RunsOverlap(x, xIndex, dst, dstIndex, len)) return;
+void Unaliased::Detach(int32_t len) {
     CreateIt(fCopy);
     try {
-        fCopy->Size(len, x.fFloatPrecision);
-        const ByteRun r = RunOf(x, xIndex, len);
-        std::memcpy(fCopy->ValuesPointer, r.begin, static_cast<size_t>(r.end - r.begin));
+        fCopy->Size(len, fX.fFloatPrecision);
+        std::memcpy(fCopy->ValuesPointer, RunStart(fX, fXIndex), static_cast<size_t>(int64_t(len) * ElemBytes(fX)));
     } catch (...) {
         FreeIt(fCopy);
         throw;
     }
 }
 
-void CoreFrom(UnaryCore core, const TRovane& x, TRovane& dst, int32_t len, int32_t dstIndex, int32_t xIndex) {
-    const Unaliased src(x, xIndex, dst, dstIndex, len);
-    core(src.Src(), dst, len, dstIndex, src.Index());
-}
-
-Unaliased::~Unaliased() {
-    if (!fCopy) return;
+void Unaliased::Release() noexcept {
     try {
         FreeIt(fCopy);
     } catch (const std::exception& e) {
@@ -73,6 +39,12 @@ Unaliased::~Unaliased() {
         ReportText("FreeIt of a temporary failed");
     }
 }
+
+void CoreFrom(UnaryCore core, const TRovane& x, TRovane& dst, int32_t len, int32_t dstIndex, int32_t xIndex) {
+    const Unaliased src(x, xIndex, dst, dstIndex, len);
+    core(src.Src(), dst, len, dstIndex, src.Index());
+}
+
 
 TRovane& UnaryInPlace(TRovane& self, UnaryCore core) {
     if (self.fLength > 0) core(self, self, self.fLength, 0, 0);
