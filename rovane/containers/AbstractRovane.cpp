@@ -228,12 +228,12 @@ TRovane& TRovane::ExtendToComplex(const TRovane& src, bool zeros, int32_t srcInd
     if (&src == this) EInvalidArgumentRaise("Self = Src");
     // The ranges are checked as by ValidateParams; the widths may differ,
     // since the values are converted on the way.
-    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(fLength) - index, INT32_MIN, INT32_MAX));
+    if (len == -1) len = range::RestFrom(fLength, index);
     if (fConditionCheck) {
-        if (srcIndex < 0 || len < 0 || int64_t(srcIndex) + len > src.fLength)
+        if (range::OutOfRange(srcIndex, len, src.fLength))
             ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", srcIndex, len,
                                 src.fLength);
-        if (index < 0 || int64_t(index) + len > fLength)
+        if (range::OutOfRange(index, len, fLength))
             ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
     }
     if (!fComplex) ExtendToComplex(true);
@@ -300,12 +300,12 @@ TRovane& TRovane::CopyTo(TRovane& dst, TMtxFloatPrecision precision) const {
 TRovane& TRovane::CopyTo(TRovane& dst, int32_t dstIndex, int32_t index, int32_t len) const {
     // The checks of ValidateParams but the last: the width may differ here,
     // since this copy converts between single and double.
-    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(dst.fLength) - dstIndex, INT32_MIN, INT32_MAX));
+    if (len == -1) len = range::RestFrom(dst.fLength, dstIndex);
     if (dst.fConditionCheck) {
         if (&dst == this) EInvalidArgumentRaise("Invalid params: X is equal to Self");
         if (index < 0 || int64_t(index) + len > fLength)
             ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", index, len, fLength);
-        if (dstIndex < 0 || len < 0 || int64_t(dstIndex) + len > dst.fLength)
+        if (range::OutOfRange(dstIndex, len, dst.fLength))
             ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", dstIndex, len,
                                 dst.fLength);
     }

@@ -75,8 +75,6 @@ void FloatToInt(const TRovane& src, int32_t index, int32_t count, TRovaneInt& ds
     });
 }
 
-bool OutOfRange(int64_t index, int64_t len, int64_t length) { return index < 0 || len < 0 || index + len > length; }
-
 }  // namespace
 
 TRovane& TRovane::Copy(const TRovaneInt& src) { return Copy(src, fIsDouble ? rvDouble : rvSingle); }
@@ -88,12 +86,12 @@ TRovane& TRovane::Copy(const TRovaneInt& src, TMtxFloatPrecision precision) {
 }
 
 TRovane& TRovane::Copy(const TRovaneInt& src, int32_t srcIndex, int32_t index, int32_t len) {
-    if (len == -1) len = static_cast<int32_t>(std::clamp<int64_t>(int64_t(fLength) - index, INT32_MIN, INT32_MAX));
+    if (len == -1) len = range::RestFrom(fLength, index);
     if (fConditionCheck) {
-        if (OutOfRange(srcIndex, len, src.fLength))
+        if (range::OutOfRange(srcIndex, len, src.fLength))
             ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", srcIndex, len,
                                 src.fLength);
-        if (OutOfRange(index, len, fLength))
+        if (range::OutOfRange(index, len, fLength))
             ERangeErrorRaiseFmt("Self params out of range: Index: %d, Len: %d, Length: %d", index, len, fLength);
     }
     if (len > 0) IntToFloat(src, srcIndex, *this, index, len);
@@ -111,7 +109,7 @@ TRovaneInt& TRovane::CopyTo(TRovaneInt& dst, TRounding rounding, int32_t dstInde
     ValidateParams(index, len);
     // Complex data go interleaved: two integers an element.
     const int64_t count = fComplex ? 2 * int64_t(len) : len;
-    if (fConditionCheck && OutOfRange(dstIndex, count, dst.fLength))
+    if (fConditionCheck && range::OutOfRange(dstIndex, count, dst.fLength))
         ERangeErrorRaiseFmt("X params out of range: XIndex: %d, Len: %d , X.Length: %d", dstIndex,
                             static_cast<int32_t>(std::min<int64_t>(count, INT32_MAX)), dst.fLength);
     if (count > 0) FloatToInt(*this, index, static_cast<int32_t>(count), dst, dstIndex, rounding);

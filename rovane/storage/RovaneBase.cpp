@@ -13,16 +13,7 @@ namespace rovane {
 
 constinit std::atomic<int32_t> MaxSubrangeLevel{4};
 
-namespace {
-// Range arithmetic runs in 64 bits, so that no index or length near the
-// 32-bit limit can wrap around a check.
-int32_t Narrow32(int64_t v) {
-    return v > INT32_MAX ? INT32_MAX : v < INT32_MIN ? INT32_MIN : static_cast<int32_t>(v);
-}
-// A Len of -1: the rest of an object of `length` from `index`.
-int32_t RestFrom(int32_t length, int32_t index) { return Narrow32(int64_t(length) - index); }
-bool OutOfRange(int64_t index, int64_t len, int64_t length) { return index < 0 || len < 0 || index + len > length; }
-}  // namespace
+using namespace range;
 
 TRovaneBase::TRovaneBase() = default;
 

@@ -36,6 +36,21 @@ private:
     const char* fText;
 };
 
+// Range arithmetic of the validators, in 64 bits so that no index or length
+// near the 32-bit limit can wrap around a check.
+namespace range {
+// A 64-bit value clamped into the 32-bit range.
+inline int32_t Narrow32(int64_t v) {
+    return v > INT32_MAX ? INT32_MAX : v < INT32_MIN ? INT32_MIN : static_cast<int32_t>(v);
+}
+// A Len of -1: the rest of an object of `length` from `index`.
+inline int32_t RestFrom(int32_t length, int32_t index) { return Narrow32(int64_t(length) - index); }
+// Whether [index, index + len) leaves [0, length).
+inline bool OutOfRange(int64_t index, int64_t len, int64_t length) {
+    return index < 0 || len < 0 || index + len > length;
+}
+}  // namespace range
+
 // Deepest sub-range level; the stack has entries 0 to MaxSubrangeLevel.
 ROVANE_API extern std::atomic<int32_t> MaxSubrangeLevel;
 

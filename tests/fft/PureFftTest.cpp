@@ -112,14 +112,14 @@ TEST(PureFft, FormatsOfFourPointsAndWorkChecks) {
 TEST(PureFft, FormatRoundTripsBothPrecisions) {
     const int n = 64;
     const auto x = RandomReal<double>(size_t(n), 17u);
-    std::vector<double> w(static_cast<size_t>(n + 2)), spec(static_cast<size_t>(n + 2)), back(static_cast<size_t>(n));
+    std::vector<double> w(static_cast<size_t>(n + 2)), spectrum(static_cast<size_t>(n + 2)), back(static_cast<size_t>(n));
     using Fwd = void (*)(const double*, int32_t, double*, int32_t, int32_t, double*, int32_t);
     const std::pair<Fwd, Fwd> pairs[] = {{&FFTRealPack, &IFFTToRealPack},
                                          {&FFTRealPerm, &IFFTToRealPerm},
                                          {static_cast<Fwd>(&FFTRealCCS), static_cast<Fwd>(&IFFTToRealCCS)}};
     for (auto [f, inv] : pairs) {
-        f(x.data(), 0, spec.data(), 0, n, w.data(), n + 2);
-        inv(spec.data(), 0, back.data(), 0, n, w.data(), n + 2);
+        f(x.data(), 0, spectrum.data(), 0, n, w.data(), n + 2);
+        inv(spectrum.data(), 0, back.data(), 0, n, w.data(), n + 2);
         for (int j = 0; j < n; ++j) EXPECT_NEAR(back[size_t(j)], x[size_t(j)], 1e-15);
     }
     // Single: through the complex CCS form and the double-precision FFTComplex3.

@@ -171,9 +171,9 @@ int32_t dfti_commit_descriptor_external(TDftiHandle& handle) {
     // Row length (reals in the real domain, complex elements else) of the
     // signal and of the spectrum; in place both take the longer one.
     const int64_t rowSig = real ? (inPlace ? fft::FormatLength(f, n0) : n0) : n0;
-    const int64_t rowSpec = real ? fft::FormatLength(f, n0) : n0;
+    const int64_t rowFreq = real ? fft::FormatLength(f, n0) : n0;
     for (int dir = 0; dir < 2; ++dir) {
-        const int64_t rowIn = dir == 0 ? rowSig : rowSpec, rowOut = dir == 0 ? rowSpec : rowSig;
+        const int64_t rowIn = dir == 0 ? rowSig : rowFreq, rowOut = dir == 0 ? rowFreq : rowSig;
         int64_t* is = d->is[dir];
         int64_t* os = d->os[dir];
         if (d->inStrSet) for (int i = 0; i < 3; ++i) is[i] = d->inStr[i];
