@@ -47,7 +47,9 @@ public:
     void* SingleCachePointer() const override;
 
     // ==== the chaining members, returning TVec& ============================
-#include "rovane/containers/generated/TVec.chain.h"
+#define ROVANE_CHAIN_CLASS TVec
+#include "rovane/containers/generated/Chain.h"
+#undef ROVANE_CHAIN_CLASS
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // One line per element: FormatSample(ReFormat, x) or
@@ -122,7 +124,9 @@ public:
     void* SingleCachePointer() const override;
 
     // ==== the chaining members, returning TMtx& ============================
-#include "rovane/containers/generated/TMtx.chain.h"
+#define ROVANE_CHAIN_CLASS TMtx
+#include "rovane/containers/generated/Chain.h"
+#undef ROVANE_CHAIN_CLASS
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // Solver settings that the stream header carries (defaults: false, btFull,
