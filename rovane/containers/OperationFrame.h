@@ -4,6 +4,7 @@
 // Internal to the library: included by container .cpp files only.
 #pragma once
 
+#include <optional>
 #include <type_traits>
 
 #include "rovane/containers/Rovane.h"
@@ -145,22 +146,42 @@ private:
     TVec* fCopy = nullptr;
 };
 
-// N real scratch runs of `len` elements of field F, each a cached TVec,
-// given back on scope exit (also when an exception passes).
+// N real scratch runs of `len` elements of field F, given back on scope exit
+// (also when an exception passes). When the runs fit one slot of the cache
+// together, they are slices of one cached TVec, each starting on a 64-byte
+// boundary, so a composition pays one checkout of the cache, not N; longer
+// runs take a TVec each (and each its own slot or block).
 template <class F, int N>
 class Scratch {
 public:
     explicit Scratch(int32_t len) {
+        constexpr int64_t lanes = 64 / sizeof(F);
+        const int64_t stride = (int64_t(len) + lanes - 1) / lanes * lanes;
+        constexpr bool isDouble = std::is_same_v<F, double>;
+        fVec[0].emplace();
+        TVec& first = **fVec[0];
+        // The slot holds CacheLength elements of the double width.
+        const int64_t slot = isDouble ? first.CacheLength() : 2 * int64_t(first.CacheLength());
+        const bool shared = N > 1 && stride * N <= slot;
+        first.Size(shared ? int32_t(stride * N) : len, false, isDouble);
+        for (int k = 1; k < (shared ? 1 : N); ++k) {
+            fVec[k].emplace();
+            (*fVec[k])->Size(len, false, isDouble);
+        }
         for (int k = 0; k < N; ++k) {
-            fVec[k]->Size(len, false, std::is_same_v<F, double>);
-            fPtr[k] = Base<F>(*fVec[k]) + Offset<F>(*fVec[k]);
+            TVec& v = **fVec[shared ? 0 : k];
+            fPtr[k] = Base<F>(v) + Offset<F>(v) + (shared ? stride * k : 0);
         }
     }
     F* operator[](int k) const { return fPtr[k]; }
-    TVec& Vec(int k) const { return *fVec[k]; }
+    // The TVec of a single run (N = 1), for members that need an object.
+    TVec& Vec() const {
+        static_assert(N == 1);
+        return **fVec[0];
+    }
 
 private:
-    CachedVec fVec[N];
+    std::optional<CachedVec> fVec[N];
     F* fPtr[N];
 };
 
