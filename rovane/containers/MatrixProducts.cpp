@@ -411,7 +411,8 @@ template <class T, class SA, class SB>
 void KronCore(const SA* a, int32_t r1, int32_t c1, int32_t lda, const SB* b, int32_t r2, int32_t c2, int32_t ldb,
               T* d, int32_t ldd) {
     auto wide = [](const auto& v) -> T {
-        if constexpr (IsComplex<std::decay_t<decltype(v)>> || !IsComplex<T>)
+        constexpr bool sameKind = frame::IsComplex<std::decay_t<decltype(v)>> == frame::IsComplex<T>;
+        if constexpr (sameKind)
             return T(v);
         else
             return T(RealOf<T>(v), RealOf<T>(0));
@@ -436,9 +437,11 @@ void ByPair(const TRovane& a, const TRovane& b, TRovane& dst, Fn&& fn) {
                 using SA = decltype(ta);
                 using SB = decltype(tb);
                 using T = decltype(td);
-                if constexpr (std::is_same_v<RealOf<SA>, RealOf<T>> && std::is_same_v<RealOf<SB>, RealOf<T>> &&
-                              (IsComplex<T> || (!IsComplex<SA> && !IsComplex<SB>)))
-                    fn(At<SA>(a), At<SB>(b), At<T>(dst));
+                constexpr bool sameWidth =
+                    std::is_same_v<RealOf<SA>, RealOf<T>> && std::is_same_v<RealOf<SB>, RealOf<T>>;
+                constexpr bool cplxT = frame::IsComplex<T>;
+                constexpr bool realSources = !frame::IsComplex<SA> && !frame::IsComplex<SB>;
+                if constexpr (sameWidth && (cplxT || realSources)) fn(At<SA>(a), At<SB>(b), At<T>(dst));
             });
         });
     });
