@@ -17,3 +17,5 @@
 #include "rovane/methods/RndGenerators.h"
 #include "rovane/storage/Streams.h"
 #include "rovane/strings/StringVar.h"
+#include "rovane/primitives/MatrixPrims.h"
+#include "rovane/primitives/Lapack.h"

@@ -14,3 +14,23 @@ enum TConditionNumber : int32_t { cnNone, cnNorm1, cnNormInf };
 enum TBalanceType : int32_t { btNone, btScale, btPerm, btFull };
 
 }  // namespace rovane
+
+namespace rovane {
+
+// The structure a product or a solver may assume of a matrix operand.
+enum TMtxType : int32_t {
+    mtSymmPosDef,
+    mtSymmetric,
+    mtHermPosDef,
+    mtHermitian,
+    mtTriangle,
+    mtGeneral,
+    mtBandSymmPosDef,
+    mtBandHermPosDef,
+    mtBandGeneral
+};
+// The operation applied to a matrix operand before a product: none,
+// transposed, conjugate transposed.
+enum TMtxOperation : int32_t { opNone, opTran, opHerm };
+
+}  // namespace rovane

@@ -50,6 +50,8 @@ public:
 #define ROVANE_CHAIN_CLASS TVec
 #include "rovane/containers/generated/Chain.h"
 #undef ROVANE_CHAIN_CLASS
+    // ---- members of the family tables that belong to TVec alone -----------
+#include "rovane/containers/generated/TVec.members.h"
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // One line per element: FormatSample(ReFormat, x) or
@@ -127,6 +129,13 @@ public:
 #define ROVANE_CHAIN_CLASS TMtx
 #include "rovane/containers/generated/Chain.h"
 #undef ROVANE_CHAIN_CLASS
+
+    // ==== matrix members (tables/matrices.tbl, containers/Matrix*.cpp) =====
+#include "rovane/containers/generated/TMtx.members.h"
+    // Rows and Cols as properties (setters: SetRows, SetCols in the table).
+    // LeadingCols is read-only here: every view the library makes is a
+    // block of whole rows, so it equals Cols; the matrix routines take it as
+    // the row stride all the same.
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // Solver settings that the stream header carries (defaults: false, btFull,

@@ -85,6 +85,25 @@ using K12 = void (*)(const F* x, F* d1, F* d2, idx n, const TArgs<F>& s);
     X(K1, Threshold_LTc, C_C) X(K1, Threshold_GTc, C_C) X(K1, Threshold_LTValc, C_C)                          \
     X(K1, Threshold_GTValc, C_C) X(K1, Threshold_LTInvc, C_C)
 
+// Matrix kernels (KernelsMatrix.inc): small products with element strides
+// for both operands (a transposed operand is a swap of its strides), alpha
+// and beta in TArgs (real: a, c; complex: (a, b), (c, d)), and the blocked
+// transpositions; complex kernels take interleaved pairs and count pairs.
+template <class F>
+using KGemm = void (*)(idx m, idx n, idx k, const F* a, idx ars, idx acs, const F* b, idx brs, idx bcs, F* c,
+                       idx ldc, const TArgs<F>& s);
+template <class F>
+using KGemmc = void (*)(idx m, idx n, idx k, const F* a, idx ars, idx acs, bool conjA, const F* b, idx brs,
+                        idx bcs, bool conjB, F* c, idx ldc, const TArgs<F>& s);
+template <class F>
+using KTransp = void (*)(const F* src, idx rows, idx cols, idx lds, F* dst, idx ldd);
+template <class F>
+using KTranspSq = void (*)(F* a, idx n, idx ld);
+#define ROVANE_KERNELS_MATRIX(X)                                                                               \
+    X(KGemm, GemmSmall, M) X(KGemmc, GemmSmallc, M) X(KTransp, Transpose, M) X(KTransp, Transposec, M)         \
+    X(KTransp, Adjungc, M) X(KTranspSq, TransposeSquare, M) X(KTranspSq, TransposeSquarec, M)                 \
+    X(KTranspSq, AdjungSquarec, M)
+
 #define ROVANE_KERNEL_MEMBER(SIG, NAME, SHAPE) SIG<F> NAME = nullptr;
 // One set per family and element type.
 template <class F>
@@ -103,6 +122,10 @@ template <class F>
 struct TThreshKernels {
     ROVANE_KERNELS_THRESH(ROVANE_KERNEL_MEMBER)
 };
+template <class F>
+struct TMatrixKernels {
+    ROVANE_KERNELS_MATRIX(ROVANE_KERNEL_MEMBER)
+};
 #undef ROVANE_KERNEL_MEMBER
 
 // All kernels of one element type. A member pointer into a family set
@@ -110,7 +133,7 @@ struct TThreshKernels {
 // &TKernelSet<F>::Sin. A family for other element types (reductions, the
 // integer kernels) adds its own set and a member to TKernelTables.
 template <class F>
-struct TKernelSet : TArithKernels<F>, TVmathKernels<F>, TPartsKernels<F>, TThreshKernels<F> {};
+struct TKernelSet : TArithKernels<F>, TVmathKernels<F>, TPartsKernels<F>, TThreshKernels<F>, TMatrixKernels<F> {};
 
 // The kernels of one instruction set, by element type. Another element type
 // (the integer kernels: TIntKernelSet<int32_t> i32, ...) is one more member
@@ -138,6 +161,7 @@ struct TKernelTables {
     void FillVmath(TKernelTables& t);            \
     void FillParts(TKernelTables& t);            \
     void FillThresh(TKernelTables& t);           \
+    void FillMatrix(TKernelTables& t);           \
     }
 ROVANE_KERNEL_FILLS(reference)
 ROVANE_KERNEL_FILLS(baseline)

@@ -1,0 +1,3 @@
+// Matrix kernels, avx2 table.
+#include "rovane/primitives/kernels/IsaAvx2.h"
+#include "rovane/primitives/kernels/KernelsMatrix.inc"

@@ -1,0 +1,3 @@
+// Matrix kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsMatrix.inc"

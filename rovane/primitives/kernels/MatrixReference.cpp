@@ -1,0 +1,3 @@
+// Matrix kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsMatrix.inc"
