@@ -50,6 +50,8 @@ public:
 #define ROVANE_CHAIN_CLASS TVec
 #include "rovane/containers/generated/Chain.h"
 #undef ROVANE_CHAIN_CLASS
+    // The table members of TVec itself.
+#include "rovane/containers/generated/TVec.members.h"
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // One line per element: FormatSample(ReFormat, x) or
@@ -127,6 +129,8 @@ public:
 #define ROVANE_CHAIN_CLASS TMtx
 #include "rovane/containers/generated/Chain.h"
 #undef ROVANE_CHAIN_CLASS
+    // The table members of TMtx itself.
+#include "rovane/containers/generated/TMtx.members.h"
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // Solver settings that the stream header carries (defaults: false, btFull,
