@@ -65,6 +65,10 @@ TBlasTable Load() {
     find(t.sasum, "cblas_sasum");
     find(t.get_num_threads, "openblas_get_num_threads");
     find(t.set_num_threads, "openblas_set_num_threads");
+    find(t.zdotc_sub, "cblas_zdotc_sub");
+    find(t.cdotc_sub, "cblas_cdotc_sub");
+    find(t.dasum, "cblas_dasum");
+    find(t.sasum, "cblas_sasum");
     return t;
 }
 

@@ -49,6 +49,11 @@ struct TBlasTable {
     decltype(&cblas_sasum) sasum;
     int (*get_num_threads)();
     void (*set_num_threads)(int);
+    // Reductions: conjugated dot products and sums of magnitudes.
+    decltype(&cblas_zdotc_sub) zdotc_sub;
+    decltype(&cblas_cdotc_sub) cdotc_sub;
+    decltype(&cblas_dasum) dasum;
+    decltype(&cblas_sasum) sasum;
 };
 
 // The table, loaded on first use (thread-safe). A library that cannot be

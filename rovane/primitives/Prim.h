@@ -44,6 +44,7 @@ namespace rovane::prim {
 #include "rovane/primitives/twins/Own.def"
 #include "rovane/primitives/twins/PartsExtra.def"
 #include "rovane/primitives/twins/Random.def"
+#include "rovane/primitives/twins/Reduce.def"
 #undef ROVANE_TWIN
 #undef ROVANE_TWIN_KERNEL
 #undef ROVANE_OWN

@@ -20,5 +20,6 @@
 #include "rovane/primitives/ippspl_arithmetic.h"
 #include "rovane/primitives/ippspl_motion.h"
 #include "rovane/primitives/ippspl_parts.h"
+#include "rovane/primitives/ippspl_reduce.h"
 #include "rovane/primitives/ippspl_thresholds.h"
 #include "rovane/primitives/ippspl_vmath.h"

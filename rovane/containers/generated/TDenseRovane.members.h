@@ -96,3 +96,92 @@ TDenseRovane& ConjMul(const TRovane& vec1, const TRovane& vec2, int32_t vec1Inde
 // Every NaN, in real and imaginary parts alike, becomes Value.
 TDenseRovane& ReplaceNAN(double value);
 TDenseRovane& ReplaceNAN(double value, int32_t index, int32_t len);
+
+// ---- means and moments (Statistics.cpp) ----
+double Mean() const;
+double Mean(int32_t index, int32_t len) const;
+void Mean(double& aMean, int32_t index, int32_t len) const;
+void Mean(TCplx& aCplx) const;
+void Mean(TCplx& aCplx, int32_t index, int32_t len) const;
+TCplx Meanc() const;
+TCplx Meanc(int32_t index, int32_t len) const;
+void Meanc(TCplx& aCplx) const;
+void Meanc(TCplx& aCplx, int32_t index, int32_t len) const;
+// Middle element of the sorted run (mean of the two middle ones for an even
+// count); NAN for an empty run.
+double Median() const;
+double Median(int32_t index, int32_t len) const;
+// Bias-corrected sample skewness and excess kurtosis around the given mean
+// and deviation: NAN below 3 (4) elements, INF for a zero deviation.
+double Skewness(double aMean, double aStdDev) const;
+double Skewness(double aMean, double aStdDev, int32_t index, int32_t len) const;
+double Kurtosis(double aMean, double aStdDev) const;
+double Kurtosis(double aMean, double aStdDev, int32_t index, int32_t len) const;
+double SumOfSquares() const;
+double SumOfSquares(int32_t index, int32_t len) const;
+
+// ---- extremes (Reductions.cpp) ----
+// Real data; the first occurrence wins and indexes count from the start of
+// Self. Empty: NAN and index -1.
+double Max() const;
+double Max(int32_t index, int32_t len) const;
+void Max(double& aValue, int32_t index, int32_t len) const;
+void Max(double& aValue, int32_t& aIndex) const;
+void Max(double& aValue, int32_t& aIndex, int32_t index, int32_t len) const;
+// Complex data: Maxc, returning the index.
+int32_t Max(TCplx& aCplx, int32_t index, int32_t len) const;
+double Min() const;
+double Min(int32_t index, int32_t len) const;
+void Min(double& aValue, int32_t index, int32_t len) const;
+void Min(double& aValue, int32_t& aIndex) const;
+void Min(double& aValue, int32_t& aIndex, int32_t index, int32_t len) const;
+int32_t Min(TCplx& aCplx, int32_t index, int32_t len) const;
+// Largest (smallest) squared magnitude; of equal magnitudes the larger
+// (smaller) phase wins, then the earlier element. Empty: CNAN, index -1.
+TCplx Maxc() const;
+TCplx Maxc(int32_t index, int32_t len) const;
+int32_t Maxc(TCplx& aCplx, int32_t index, int32_t len) const;
+TCplx Minc() const;
+TCplx Minc(int32_t index, int32_t len) const;
+int32_t Minc(TCplx& aCplx, int32_t index, int32_t len) const;
+void MaxMin(double& aMax, double& aMin) const;
+void MaxMin(double& aMax, double& aMin, int32_t index, int32_t len) const;
+void MaxMin(double& aMax, int32_t& aMaxIdx, double& aMin, int32_t& aMinIdx) const;
+void MaxMin(double& aMax, int32_t& aMaxIdx, double& aMin, int32_t& aMinIdx, int32_t index, int32_t len) const;
+// Max - Min of real data; 0 for an empty run.
+double Range() const;
+double Range(int32_t index, int32_t len) const;
+void Range(double& aRange, int32_t index, int32_t len) const;
+
+// ---- norms and dot products (Reductions.cpp) ----
+// Largest magnitude, sum of magnitudes, Euclidean norm (no overflow for huge
+// values); the forms with Vec take the norm of Self - Vec, divided by the
+// norm of Self when RelativeError is true.
+double NormC() const;
+double NormC(int32_t index, int32_t len) const;
+double NormC(const TRovane& vec, bool relativeError) const;
+double NormC(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, bool relativeError) const;
+double NormL1() const;
+double NormL1(int32_t index, int32_t len) const;
+double NormL1(const TRovane& vec, bool relativeError) const;
+double NormL1(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, bool relativeError) const;
+double NormL2() const;
+double NormL2(int32_t index, int32_t len) const;
+double NormL2(const TRovane& vec, bool relativeError) const;
+double NormL2(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, bool relativeError) const;
+// Real data; single data accumulate in double.
+double DotProd(const TRovane& vec) const;
+double DotProd(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) const;
+// Sum of Self * Vec; with ConjVec, sum of conj(Vec) * Self (BLAS dotc).
+TCplx DotProdc(const TRovane& vec) const;
+TCplx DotProdc(const TRovane& vec, bool conjVec) const;
+TCplx DotProdc(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) const;
+TCplx DotProdc(const TRovane& vec, bool conjVec, int32_t vecIndex, int32_t index, int32_t len) const;
+
+// ---- running sums (Reductions.cpp) ----
+// Running sum along the flat range (also of a matrix, called as
+// m.TDenseRovane::CumSum()); TVec and TMtx have their own, chaining.
+TDenseRovane& CumSum();
+TDenseRovane& CumSum(int32_t index, int32_t len);
+TDenseRovane& CumSum(const TRovane& vec);
+TDenseRovane& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);

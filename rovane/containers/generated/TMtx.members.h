@@ -108,3 +108,24 @@ TMtx& Hankel(const TVec& firstCol);
 TMtx& VanderMonde(int32_t aCols, const TVec& vec);
 TMtx& Pascl(int32_t n);
 TMtx& Kac(int32_t n);
+// Down the columns: every element adds the element one row above.
+TMtx& CumSum();
+TMtx& CumSum(int32_t index, int32_t len);
+TMtx& CumSum(const TMtx& mtx);
+TMtx& CumSum(const TMtx& mtx, int32_t mtxIndex, int32_t index, int32_t len);
+// Rows, Cols and Complex must agree, then IsEqual.
+bool Equal(const TMtx& mtx, double tolerance) const;
+bool Equal(const TMtx& mtx, double tolerance, TCompare compare) const;
+
+// ---- matrix folds (Reductions.cpp) ----
+void SumCols(TVec& dst) const;
+void SumRows(TVec& dst) const;
+void MeanCols(TVec& dst) const;
+void MeanRows(TVec& dst) const;
+// Sum of the min(Rows, Cols) diagonal elements; C_ZERO when empty.
+TCplx Trace() const;
+// Largest column sum, largest row sum of magnitudes (NAN when empty); NormFro
+// is NormL2.
+double Norm1() const;
+double NormInf() const;
+double NormFro() const;

@@ -469,3 +469,55 @@ TRovane& Scale(double value);
 TRovane& Scale(const TCplx& value);
 TRovane& Scale(double value, int32_t index, int32_t len);
 TRovane& Scale(const TCplx& value, int32_t index, int32_t len);
+
+// ---- sums and products (Reductions.cpp) ----
+// Sum() adds blocks of 2000 elements and then the block sums (again in
+// blocks when there are 2000 of them or more); the range forms add the run
+// in one call, so Sum() and Sum(0, Length) may differ in the last bits.
+double Sum() const;
+double Sum(int32_t index, int32_t len) const;
+void Sum(double& aSum, int32_t index, int32_t len) const;
+void Sum(TCplx& aCplx) const;
+void Sum(TCplx& aCplx, int32_t index, int32_t len) const;
+TCplx Sumc() const;
+TCplx Sumc(int32_t index, int32_t len) const;
+// Product of the elements from one; the TCplx forms take any data.
+double Product() const;
+double Product(int32_t index, int32_t len) const;
+void Product(double& aValue) const;
+void Product(double& aValue, int32_t index, int32_t len) const;
+void Product(TCplx& aCplx) const;
+void Product(TCplx& aCplx, int32_t index, int32_t len) const;
+TCplx Productc() const;
+TCplx Productc(int32_t index, int32_t len) const;
+
+// ---- dispersion (Statistics.cpp) ----
+// Sample standard deviation (divisor n - 1); NAN below 2 elements. The
+// forms with AMean compute their own mean: the argument is not used.
+double StdDev() const;
+double StdDev(int32_t index, int32_t len) const;
+double StdDev(double aMean) const;
+double StdDev(double aMean, int32_t index, int32_t len) const;
+// Complex data: the deviations of the real and of the imaginary parts.
+void StdDev(const TCplx& aMean, TCplx& aStdDev) const;
+void StdDev(const TCplx& aMean, TCplx& aStdDev, int32_t index, int32_t len) const;
+// One pass; an empty run gives NAN twice, one element the element and NAN.
+void MeanAndStdDev(double& aMean, double& aStdDev) const;
+void MeanAndStdDev(double& aMean, double& aStdDev, int32_t index, int32_t len) const;
+// Root mean square, NAN for an empty run.
+double RMS() const;
+double RMS(int32_t index, int32_t len) const;
+
+// ---- comparison (Reductions.cpp) ----
+// Default tolerance: ten times the machine epsilon of the data's precision,
+// absolute. The forms without range are false when the lengths differ;
+// different complexity is false, an empty range true. NaN matches NaN, an
+// infinity any infinity.
+bool IsEqual(const TRovane& vec) const;
+bool IsEqual(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) const;
+bool IsEqual(const TRovane& vec, double tolerance, TCompare compare) const;
+bool IsEqual(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, double tolerance, TCompare compare) const;
+bool IsEqual(double value) const;
+bool IsEqual(const TCplx& value) const;
+bool IsEqual(double value, double tolerance, TCompare compare) const;
+bool IsEqual(const TCplx& value, double tolerance, TCompare compare) const;

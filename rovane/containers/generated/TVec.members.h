@@ -20,3 +20,11 @@ TVec& Diag(const TMtx& mtx, int32_t k);
 // of them from (Row, Col) into Self at Index).
 TVec& CopyMtx(const TMtx& mtx);
 TVec& CopyMtx(const TMtx& mtx, int32_t index, int32_t row, int32_t col, int32_t len);
+TVec& CumSum();
+TVec& CumSum(int32_t index, int32_t len);
+TVec& CumSum(const TRovane& vec);
+TVec& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+
+// ---- comparison of shapes (Reductions.cpp) ----
+bool Equal(const TRovane& vec, double tolerance) const;
+bool Equal(const TRovane& vec, double tolerance, TCompare compare) const;

@@ -103,6 +103,32 @@ using KTranspSq = void (*)(F* a, idx n, idx ld);
     X(KGemm, GemmSmall, M) X(KGemmc, GemmSmallc, M) X(KTransp, Transpose, M) X(KTransp, Transposec, M)         \
     X(KTransp, Adjungc, M) X(KTranspSq, TransposeSquare, M) X(KTranspSq, TransposeSquarec, M)                 \
     X(KTranspSq, AdjungSquarec, M)
+// Reductions fold a run to a few numbers. Single data accumulate in double;
+// the lengths count elements of the kernel's own kind (complex pairs for the
+// complex kernels). Shapes:
+//   RSum(x, n)                 a double result (sum, sum of squares)
+//   RNorm(x, y, n)             a norm of x, or of x - y when y is not null
+//   RPair(x, y, n, out)        a complex result in out[0], out[1] (sums, dots)
+//   RArg(x, n, value)          an extreme and its index (first occurrence)
+//   RMinMax(x, n, ...)         both extremes with their indexes
+//   RMoments(x, n, mean, m2)   mean and sum of squared deviations
+template <class F>
+using RSum = double (*)(const F* x, idx n);
+template <class F>
+using RNorm = double (*)(const F* x, const F* y, idx n);
+template <class F>
+using RPair = void (*)(const F* x, const F* y, idx n, double* out);
+template <class F>
+using RArg = idx (*)(const F* x, idx n, F* value);
+template <class F>
+using RMinMax = void (*)(const F* x, idx n, F* mn, idx* imn, F* mx, idx* imx);
+template <class F>
+using RMoments = void (*)(const F* x, idx n, double* mean, double* m2);
+#define ROVANE_KERNELS_REDUCE(X)                                                                               \
+    X(RSum, Sum, R) X(RSum, SumSq, R) X(RPair, Sumc, C)                                                         \
+    X(RNorm, Dot, RR) X(RPair, Dotc, CC) X(RPair, DotcConj, CC) X(RPair, Dotrc, RC)                           \
+    X(RNorm, NormInf, R) X(RNorm, NormL1, R) X(RNorm, NormL2, R) X(RNorm, NormInfc, C) X(RNorm, NormL1c, C)   \
+    X(RArg, MaxIndx, R) X(RArg, MinIndx, R) X(RMinMax, MinMaxIndx, R) X(RMoments, MeanM2, R)
 
 #define ROVANE_KERNEL_MEMBER(SIG, NAME, SHAPE) SIG<F> NAME = nullptr;
 // One set per family and element type.
@@ -126,6 +152,10 @@ template <class F>
 struct TMatrixKernels {
     ROVANE_KERNELS_MATRIX(ROVANE_KERNEL_MEMBER)
 };
+template <class F>
+struct TReduceKernels {
+    ROVANE_KERNELS_REDUCE(ROVANE_KERNEL_MEMBER)
+};
 #undef ROVANE_KERNEL_MEMBER
 
 // All kernels of one element type. A member pointer into a family set
@@ -133,7 +163,7 @@ struct TMatrixKernels {
 // &TKernelSet<F>::Sin. A family for other element types (reductions, the
 // integer kernels) adds its own set and a member to TKernelTables.
 template <class F>
-struct TKernelSet : TArithKernels<F>, TVmathKernels<F>, TPartsKernels<F>, TThreshKernels<F>, TMatrixKernels<F> {};
+struct TKernelSet : TArithKernels<F>, TVmathKernels<F>, TPartsKernels<F>, TThreshKernels<F>, TMatrixKernels<F>, TReduceKernels<F> {};
 
 // The kernels of one instruction set, by element type. Another element type
 // (the integer kernels: TIntKernelSet<int32_t> i32, ...) is one more member
@@ -162,6 +192,7 @@ struct TKernelTables {
     void FillParts(TKernelTables& t);            \
     void FillThresh(TKernelTables& t);           \
     void FillMatrix(TKernelTables& t);           \
+    void FillReduce(TKernelTables& t);           \
     }
 ROVANE_KERNEL_FILLS(reference)
 ROVANE_KERNEL_FILLS(baseline)

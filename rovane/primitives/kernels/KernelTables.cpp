@@ -15,6 +15,7 @@ namespace rovane::kern {
             NS::FillParts(t);                       \
             NS::FillThresh(t);                      \
             NS::FillMatrix(t);                      \
+            NS::FillReduce(t);                      \
             return t;                               \
         }();                                        \
         return tables;                              \

@@ -1,0 +1,3 @@
+// Reduction kernels, avx512 table.
+#include "rovane/primitives/kernels/IsaAvx512.h"
+#include "rovane/primitives/kernels/KernelsReduce.inc"

@@ -1,0 +1,3 @@
+// Reduction kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsReduce.inc"

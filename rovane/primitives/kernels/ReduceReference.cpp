@@ -1,0 +1,3 @@
+// Reduction kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsReduce.inc"
