@@ -129,8 +129,6 @@ public:
 #define ROVANE_CHAIN_CLASS TMtx
 #include "rovane/containers/generated/Chain.h"
 #undef ROVANE_CHAIN_CLASS
-    // The table members of TMtx itself.
-#include "rovane/containers/generated/TMtx.members.h"
 
     // ==== matrix members (tables/matrices.tbl, containers/Matrix*.cpp) =====
 #include "rovane/containers/generated/TMtx.members.h"
