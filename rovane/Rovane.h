@@ -13,6 +13,7 @@
 #include "rovane/containers/AbstractRovane.h"
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
+#include "rovane/containers/Selection.h"
 #include "rovane/parallel/MtxForLoop.h"
 #include "rovane/methods/RndGenerators.h"
 #include "rovane/storage/Streams.h"

@@ -1,6 +1,9 @@
 // TVec and TMtx: the dense vector and matrix.
 #pragma once
 
+#include <initializer_list>
+#include <string_view>
+
 #include "rovane/containers/AbstractRovane.h"
 #include "rovane/containers/MatrixSettings.h"
 
@@ -50,6 +53,8 @@ public:
 #define ROVANE_CHAIN_CLASS TVec
 #include "rovane/containers/generated/Chain.h"
 #undef ROVANE_CHAIN_CLASS
+    // Members of TVec alone, from the tables (containers/tables/*.tbl).
+#include "rovane/containers/generated/TVec.members.h"
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
     // One line per element: FormatSample(ReFormat, x) or

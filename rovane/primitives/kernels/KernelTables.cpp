@@ -14,6 +14,7 @@ namespace rovane::kern {
             NS::FillVmath(t);                       \
             NS::FillParts(t);                       \
             NS::FillThresh(t);                      \
+            NS::FillSelect(t);                      \
             return t;                               \
         }();                                        \
         return tables;                              \
