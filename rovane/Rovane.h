@@ -14,6 +14,7 @@
 #include "rovane/containers/Rovane.h"
 #include "rovane/containers/RovaneInt.h"
 #include "rovane/containers/Reductions.h"
+#include "rovane/containers/Selection.h"
 #include "rovane/parallel/MtxForLoop.h"
 #include "rovane/methods/RndGenerators.h"
 #include "rovane/storage/Streams.h"

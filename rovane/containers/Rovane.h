@@ -1,6 +1,9 @@
 // TVec and TMtx: the dense vector and matrix.
 #pragma once
 
+#include <initializer_list>
+#include <string_view>
+
 #include "rovane/containers/AbstractRovane.h"
 #include "rovane/containers/MatrixSettings.h"
 

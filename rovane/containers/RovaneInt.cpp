@@ -41,6 +41,7 @@ void TRovaneInt::SetBaseView(void* base) {
 
 TRovaneInt& TRovaneInt::Size(int32_t aLength, TIntPrecision precision) {
     if (aLength < 0) EInvalidArgumentRaise("TVecInt.Length can not be smaller than zero!");
+    if (FIntPrecisionLock) precision = fIntPrecision;
     if (aLength == fLength && precision == fIntPrecision) return *this;
     if (fIsSubRange)
         ERaise(

@@ -2,9 +2,18 @@
 // vectors and matrices. Their operations build on this.
 #pragma once
 
+#include <initializer_list>
+#include <span>
+#include <string_view>
+
 #include "rovane/storage/RovaneBase.h"
 
 namespace rovane {
+
+class TRovane;
+class TVec;
+class TVecInt;
+class TMtxInt;
 
 class ROVANE_API TRovaneInt : public TRovaneBase {
 public:
@@ -17,10 +26,60 @@ public:
     int16_t* SIValues = nullptr;
     uint8_t* BValues = nullptr;
     TIntPrecision SIntPrecision = prInt32;
+    // Scale of the saturating arithmetic: results are multiplied by
+    // 2^-ScaleFactor, rounded to nearest (ties to even) and saturated.
+    int32_t FScaleFactor = 0;
+    // With the lock on, Size keeps the present width whatever it is asked.
+    bool FIntPrecisionLock = false;
+    // Length in bits when the object holds a bit set (BitPack, SetBitCount).
+    int64_t FBitCount = 0;
 
     TIntPrecision IntPrecision() const { return fIntPrecision; }
+    // Changes the width and keeps the length (the block is kept when it is
+    // large enough in bytes); the values are not converted.
+    void SetIntPrecision(TIntPrecision value) { Size(fLength, value); }
+    int32_t ScaleFactor() const { return FScaleFactor; }
+    void SetScaleFactor(int32_t value) { FScaleFactor = value; }
+    bool IntPrecisionLock() const { return FIntPrecisionLock; }
+    void SetIntPrecisionLock(bool value) { FIntPrecisionLock = value; }
     TRovaneInt& Size(int32_t aLength, TIntPrecision precision);
     TRovaneInt& Size(int32_t aLength) { return Size(aLength, fIntPrecision); }
+    // Length and width of Src (an integer container).
+    TRovaneInt& Size(const TRovaneInt& src) { return Size(src.fLength, src.fIntPrecision); }
+
+    // Element i of the range as a 32-bit integer, unchecked; writing
+    // narrows to the width (an 8-bit element keeps the low byte).
+    int32_t GetElement(int32_t i) const {
+        return IValues ? IValues[i] : SIValues ? int32_t(SIValues[i]) : int32_t(BValues[i]);
+    }
+    void PutElement(int32_t i, int32_t v) {
+        if (IValues)
+            IValues[i] = v;
+        else if (SIValues)
+            SIValues[i] = static_cast<int16_t>(v);
+        else
+            BValues[i] = static_cast<uint8_t>(v);
+    }
+    class ElementRef {
+    public:
+        ElementRef(TRovaneInt& owner, int32_t i) : fOwner(owner), fIndex(i) {}
+        operator int32_t() const { return fOwner.GetElement(fIndex); }
+        ElementRef& operator=(int32_t v) {
+            fOwner.PutElement(fIndex, v);
+            return *this;
+        }
+        ElementRef& operator=(const ElementRef& o) { return *this = static_cast<int32_t>(o); }
+
+    private:
+        TRovaneInt& fOwner;
+        int32_t fIndex;
+    };
+    ElementRef operator[](int32_t i) { return ElementRef(*this, i); }
+    int32_t operator[](int32_t i) const { return GetElement(i); }
+
+    // ==== the members of the integer family (containers/Integer*.cpp) ======
+    // Declared from the table containers/tables/integers.tbl.
+#include "rovane/containers/generated/TRovaneInt.members.h"
 
     void SubRangeSaveState() override;
     void SubRangeLoadState() override;
@@ -48,12 +107,64 @@ class ROVANE_API TVecInt : public TRovaneInt {
 public:
     TVecInt();
     ~TVecInt() override;
+
+    TVecInt& Size(int32_t aLength) { return static_cast<TVecInt&>(TRovaneInt::Size(aLength)); }
+    TVecInt& Size(int32_t aLength, TIntPrecision precision) {
+        return static_cast<TVecInt&>(TRovaneInt::Size(aLength, precision));
+    }
+    TVecInt& Size(const TRovaneInt& src) { return static_cast<TVecInt&>(TRovaneInt::Size(src)); }
+
+    // Bit set of n bits: n div 32 words (one more for a rest) of 32-bit
+    // width. Bit i is bit i mod 32 of word i div 32, least significant first.
+    int64_t BitCount() const { return FBitCount; }
+    void SetBitCount(int64_t n);
+    bool Bits(int64_t i) const;
+    void SetBits(int64_t i, bool value);
+
+#define ROVANE_CHAIN_CLASS TVecInt
+#include "rovane/containers/generated/ChainInt.h"
+#undef ROVANE_CHAIN_CLASS
+#include "rovane/containers/generated/TVecInt.members.h"
 };
 
 class ROVANE_API TMtxInt : public TRovaneInt {
 public:
     TMtxInt();
     ~TMtxInt() override;
+
+    int32_t FRows = 0, FCols = 0, FLeadingCols = 0;
+    int32_t fColsBitCount = 0;
+    int32_t Rows() const { return FRows; }
+    int32_t Cols() const { return FCols; }
+    int32_t LeadingCols() const { return FLeadingCols; }
+
+    TMtxInt& Size(int32_t aRows, int32_t aCols, TIntPrecision precision);
+    TMtxInt& Size(int32_t aRows, int32_t aCols) { return Size(aRows, aCols, fIntPrecision); }
+    // Rows, columns and width of Src.
+    TMtxInt& Size(const TMtxInt& src) { return Size(src.FRows, src.FCols, src.fIntPrecision); }
+    // Element (row, col), unchecked.
+    int32_t GetElement(int32_t row, int32_t col) const { return TRovaneInt::GetElement(row * FLeadingCols + col); }
+    void PutElement(int32_t row, int32_t col, int32_t v) { TRovaneInt::PutElement(row * FLeadingCols + col, v); }
+    using TRovaneInt::GetElement;
+    using TRovaneInt::PutElement;
+
+    // Columns of a bit matrix: Cols = n div w (w = 32, 16 or 8 by the
+    // width), plus one when n is not a multiple of 8; an unchanged value
+    // does nothing. Size then keeps the rows.
+    int32_t ColsBitCount() const { return fColsBitCount; }
+    void SetColsBitCount(int32_t n);
+    bool GetBits(int32_t row, int32_t col) const;
+    void SetBits(int32_t row, int32_t col, bool value);
+    // Rows x columns of a bit matrix of the present width.
+    void BitSize(int32_t rows, int32_t colsBitCount);
+
+    void DoSetLength(int32_t value) override;
+    void Reset() override;
+
+#define ROVANE_CHAIN_CLASS TMtxInt
+#include "rovane/containers/generated/ChainInt.h"
+#undef ROVANE_CHAIN_CLASS
+#include "rovane/containers/generated/TMtxInt.members.h"
 };
 
 }  // namespace rovane

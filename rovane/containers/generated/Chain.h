@@ -1845,3 +1845,87 @@ ROVANE_CHAIN_CLASS& ReplaceNAN(double value, int32_t index, int32_t len) {
     TDenseRovane::ReplaceNAN(value, index, len);
     return *this;
 }
+
+// ---- scatter ----
+ROVANE_CHAIN_CLASS& Scatter(const TRovane& src, const TVecInt* indexes, TIndexType indexType = indIncrement, int32_t increment = 1, int32_t offset = 0) {
+    TRovane::Scatter(src, indexes, indexType, increment, offset);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& ScatterByIncr(const TRovane& src, int32_t increment = 1, int32_t offset = 0) {
+    TRovane::ScatterByIncr(src, increment, offset);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& ScatterByIndexes(const TRovane& src, const TVecInt& indexes) {
+    TRovane::ScatterByIndexes(src, indexes);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& ScatterByMask(const TRovane& src, const TRovaneInt& mask, bool allowSmallerSource = false) {
+    TRovane::ScatterByMask(src, mask, allowSmallerSource);
+    return *this;
+}
+
+// ---- reorder and sampling ----
+ROVANE_CHAIN_CLASS& Reverse() {
+    TDenseRovane::Reverse();
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Reverse(int32_t index, int32_t len) {
+    TDenseRovane::Reverse(index, len);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Reverse(const TRovane& vec) {
+    TDenseRovane::Reverse(vec);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Reverse(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) {
+    TDenseRovane::Reverse(vec, vecIndex, index, len);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Rotate(int32_t offset) {
+    TDenseRovane::Rotate(offset);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Rotate(int32_t offset, int32_t index, int32_t len) {
+    TDenseRovane::Rotate(offset, index, len);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Rotate(const TRovane& vec, int32_t offset) {
+    TDenseRovane::Rotate(vec, offset);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Rotate(const TRovane& vec, int32_t offset, int32_t vecIndex, int32_t index, int32_t len) {
+    TDenseRovane::Rotate(vec, offset, vecIndex, index, len);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Shift(int32_t offset) {
+    TDenseRovane::Shift(offset);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Shift(int32_t offset, int32_t index, int32_t len) {
+    TDenseRovane::Shift(offset, index, len);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Shift(const TRovane& vec, int32_t offset) {
+    TDenseRovane::Shift(vec, offset);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& Shift(const TRovane& vec, int32_t offset, int32_t vecIndex, int32_t index, int32_t len) {
+    TDenseRovane::Shift(vec, offset, vecIndex, index, len);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& UpSample(const TRovane& src, int32_t factor, int32_t phase = 0) {
+    TDenseRovane::UpSample(src, factor, phase);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& UpSample(const TRovane& src, int32_t factor, int32_t srcIndex, int32_t index, int32_t len, int32_t phase = 0) {
+    TDenseRovane::UpSample(src, factor, srcIndex, index, len, phase);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& DownSample(const TRovane& src, int32_t factor, int32_t phase = 0) {
+    TDenseRovane::DownSample(src, factor, phase);
+    return *this;
+}
+ROVANE_CHAIN_CLASS& DownSample(const TRovane& src, int32_t factor, int32_t srcIndex, int32_t index, int32_t len, int32_t phase = 0) {
+    TDenseRovane::DownSample(src, factor, srcIndex, index, len, phase);
+    return *this;
+}

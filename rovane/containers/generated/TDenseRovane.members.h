@@ -185,3 +185,27 @@ TDenseRovane& CumSum();
 TDenseRovane& CumSum(int32_t index, int32_t len);
 TDenseRovane& CumSum(const TRovane& vec);
 TDenseRovane& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+
+// ---- reorder and sampling ----
+// End for end, in place or from Vec.
+TDenseRovane& Reverse();
+TDenseRovane& Reverse(int32_t index, int32_t len);
+TDenseRovane& Reverse(const TRovane& vec);
+TDenseRovane& Reverse(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
+// A positive Offset moves elements towards the end, wrapping around.
+TDenseRovane& Rotate(int32_t offset);
+TDenseRovane& Rotate(int32_t offset, int32_t index, int32_t len);
+TDenseRovane& Rotate(const TRovane& vec, int32_t offset);
+TDenseRovane& Rotate(const TRovane& vec, int32_t offset, int32_t vecIndex, int32_t index, int32_t len);
+// One move by Offset places, no wrap-around: the vacated places keep their
+// values; nothing happens when |Offset| >= Length.
+TDenseRovane& Shift(int32_t offset);
+TDenseRovane& Shift(int32_t offset, int32_t index, int32_t len);
+TDenseRovane& Shift(const TRovane& vec, int32_t offset);
+TDenseRovane& Shift(const TRovane& vec, int32_t offset, int32_t vecIndex, int32_t index, int32_t len);
+// Src.Length * Factor elements, Src[k] at k * Factor + Phase, zeros elsewhere.
+TDenseRovane& UpSample(const TRovane& src, int32_t factor, int32_t phase = 0);
+TDenseRovane& UpSample(const TRovane& src, int32_t factor, int32_t srcIndex, int32_t index, int32_t len, int32_t phase = 0);
+// Every Factor-th element of Src from Phase on.
+TDenseRovane& DownSample(const TRovane& src, int32_t factor, int32_t phase = 0);
+TDenseRovane& DownSample(const TRovane& src, int32_t factor, int32_t srcIndex, int32_t index, int32_t len, int32_t phase = 0);

@@ -521,3 +521,35 @@ bool IsEqual(double value) const;
 bool IsEqual(const TCplx& value) const;
 bool IsEqual(double value, double tolerance, TCompare compare) const;
 bool IsEqual(const TCplx& value, double tolerance, TCompare compare) const;
+
+// ---- search ----
+// Position of the first element equal to Value, or -1: a NaN Value finds the
+// first NaN, an infinite one the first infinity of either sign, any other
+// value an exact equality. The complex form needs complex data and tests a
+// NaN, then an infinity, in either part.
+int32_t Find(double value) const;
+int32_t Find(const TCplx& value) const;
+// Ascending data: true and XIndex at the match, or false with XIndex at the
+// last probe (Index for an empty range). A double Value on complex data is
+// searched as (Value, 0); complex data compare by the complex order.
+bool BinarySearch(double value) const;
+bool BinarySearch(double value, int32_t index, int32_t len) const;
+bool BinarySearch(double value, int32_t& xIndex) const;
+bool BinarySearch(double value, int32_t& xIndex, int32_t index, int32_t len) const;
+bool BinarySearch(const TCplx& value) const;
+bool BinarySearch(const TCplx& value, int32_t index, int32_t len) const;
+bool BinarySearch(const TCplx& value, int32_t& xIndex) const;
+bool BinarySearch(const TCplx& value, int32_t& xIndex, int32_t index, int32_t len) const;
+// Copies the finite elements of Src in order and narrows Self to their count
+// with SetSubRange (SetFullRange before resizing again); returns the count.
+int32_t StripNanAndInf(const TRovane& src);
+int32_t StripNanAndInf(const TRovane& src, int32_t srcIndex, int32_t len);
+int32_t StripNanAndInf(const TRovane& src, int32_t srcIndex, int32_t index, int32_t len);
+
+// ---- scatter ----
+// Writes the elements of Src into Self (which keeps its length): at Offset +
+// k * Increment, at Indexes[k], or at the positions where Mask is non-zero.
+TRovane& Scatter(const TRovane& src, const TVecInt* indexes, TIndexType indexType = indIncrement, int32_t increment = 1, int32_t offset = 0);
+TRovane& ScatterByIncr(const TRovane& src, int32_t increment = 1, int32_t offset = 0);
+TRovane& ScatterByIndexes(const TRovane& src, const TVecInt& indexes);
+TRovane& ScatterByMask(const TRovane& src, const TRovaneInt& mask, bool allowSmallerSource = false);

@@ -28,3 +28,46 @@ TVec& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
 // ---- comparison of shapes (Reductions.cpp) ----
 bool Equal(const TRovane& vec, double tolerance) const;
 bool Equal(const TRovane& vec, double tolerance, TCompare compare) const;
+
+// ---- gather and find ----
+// The elements of a that pass `a Op b`, in order; Indexes (if given) takes
+// their positions.
+TVec& FindAndGather(const TRovane& a, std::string_view op, double b, TVecInt* indexes = nullptr);
+TVec& FindAndGather(const TRovane& a, std::string_view op, const TCplx& b, TVecInt* indexes = nullptr);
+TVec& FindAndGather(const TRovane& a, std::string_view op, const TRovane& b, TVecInt* indexes = nullptr);
+TVec& Gather(const TRovane& x, const TVecInt* indexes, TIndexType indexType = indIncrement, int32_t increment = 1, int32_t offset = 0);
+TVec& GatherByIncr(const TRovane& x, int32_t increment = 1, int32_t offset = 0);
+TVec& GatherByIndex(const TRovane& x, const TVecInt& indexes);
+TVec& GatherByMask(const TRovane& x, const TRovaneInt* mask, int32_t maskNonZeroCount = -1);
+// The inverse of a split: a non-zero mask entry takes the next element of
+// MaskVec, a zero entry the next of NotMaskVec.
+TVec& GatherSplit(const TRovane& maskVec, const TRovane& notMaskVec, const TRovaneInt& mask);
+
+// ---- sorts ----
+// Real data ascending (descending) on the range; complex data by squared
+// magnitude, equal magnitudes in the order of the library's quick sort.
+// IndexVec takes the permutation relative to the range; null raises.
+TVec& SortAscend();
+TVec& SortAscend(int32_t index, int32_t len);
+TVec& SortAscend(TVecInt* indexVec);
+TVec& SortAscend(int32_t index, int32_t len, TVecInt* indexVec);
+TVec& SortDescend();
+TVec& SortDescend(int32_t index, int32_t len);
+TVec& SortDescend(TVecInt* indexVec);
+TVec& SortDescend(int32_t index, int32_t len, TVecInt* indexVec);
+
+// ---- fills, concatenation and splitting ----
+// Element i = Offset + i * Step; Ramp() is Ramp(0, 1). Complex data ramp
+// both parts; a complex Offset or Step needs complex data.
+TVec& Ramp();
+TVec& Ramp(double offset, double step);
+TVec& Ramp(double offset, double step, int32_t index, int32_t len);
+TVec& Ramp(const TCplx& offset, const TCplx& step);
+TVec& Ramp(const TCplx& offset, const TCplx& step, int32_t index, int32_t len);
+TVec& Concat(std::initializer_list<const TVec*> src);
+TVec& Concat(int32_t index, std::initializer_list<const TVec*> src);
+TVec& Split(TVec& vec1, int32_t offset, TVec& vec2);
+TVec& Split(std::initializer_list<TVec*> dst);
+TVec& Split(std::initializer_list<TVec*> dst, std::initializer_list<int32_t> dstSize);
+// The first n entries of the table of primes.
+TVec& PrimeNumbers(int32_t n);

@@ -158,6 +158,52 @@ struct TReduceKernels {
 };
 #undef ROVANE_KERNEL_MEMBER
 
+// Selection kernels (KernelsSelect.inc): relation tests, compress and expand
+// by a mask, per float type. `op` is the relation code 0 to 5 (<, <=, >, >=,
+// =, <>; unordered counts as true for 0 to 3, = and <> follow the NaN and
+// infinity rules of the right side); another code writes nothing (masks:
+// zeros) and counts 0. Masks are 32-bit integers, a value above zero selects.
+// Complex forms (suffix c) move (re, im) pairs; lengths count elements.
+template <class F>
+struct TSelectKernels {
+    void (*FindMaskC)(const F* a, F b, int* d, idx n, int op) = nullptr;
+    void (*FindMask)(const F* a, const F* b, int* d, idx n, int op) = nullptr;
+    // Write base + i for each match, ascending; return the count. d has room
+    // for n entries.
+    idx (*FindIndexesC)(const F* a, F b, int* d, idx n, int op, idx base) = nullptr;
+    idx (*FindIndexes)(const F* a, const F* b, int* d, idx n, int op, idx base) = nullptr;
+    // Compress: the selected x[i] in order to d, at most cap of them (d has
+    // room for cap elements); returns the number of selected elements seen.
+    idx (*PackByMask)(const F* x, const int* m, F* d, idx n, idx cap) = nullptr;
+    idx (*PackByMaskc)(const F* x, const int* m, F* d, idx n, idx cap) = nullptr;
+    // Expand: each selected d[i] takes the next x, at most avail of them;
+    // unselected d[i] keep their values. Returns the number of x read.
+    idx (*UnpackByMask)(const F* x, const int* m, F* d, idx n, idx avail) = nullptr;
+    idx (*UnpackByMaskc)(const F* x, const int* m, F* d, idx n, idx avail) = nullptr;
+};
+// Integer kernels: d = x + y and d = x - y saturated at the element's range
+// (the _Sfs arithmetic at scale factor 0).
+struct TIntKernels {
+    void (*AddSat32)(const int* x, const int* y, int* d, idx n) = nullptr;
+    void (*SubSat32)(const int* x, const int* y, int* d, idx n) = nullptr;
+    void (*AddSat16)(const short* x, const short* y, short* d, idx n) = nullptr;
+    void (*SubSat16)(const short* x, const short* y, short* d, idx n) = nullptr;
+    void (*AddSat8)(const unsigned char* x, const unsigned char* y, unsigned char* d, idx n) = nullptr;
+    void (*SubSat8)(const unsigned char* x, const unsigned char* y, unsigned char* d, idx n) = nullptr;
+};
+struct TSelectTables {
+    TSelectKernels<double> f64;
+    TSelectKernels<float> f32;
+    TIntKernels ints;
+    template <class T>
+    const auto& Of() const {
+        if constexpr (__is_same(T, double))
+            return f64;
+        else
+            return f32;
+    }
+};
+
 // All kernels of one element type. A member pointer into a family set
 // converts to one into this set, so entries name kernels as
 // &TKernelSet<F>::Sin. A family for other element types (reductions, the
@@ -172,6 +218,7 @@ struct TKernelTables {
     const char* name = "";
     TKernelSet<double> f64;
     TKernelSet<float> f32;
+    TSelectTables sel;
 
     template <class T>
     const auto& Of() const {
@@ -193,6 +240,7 @@ struct TKernelTables {
     void FillThresh(TKernelTables& t);           \
     void FillMatrix(TKernelTables& t);           \
     void FillReduce(TKernelTables& t);           \
+    void FillSelect(TKernelTables& t);           \
     }
 ROVANE_KERNEL_FILLS(reference)
 ROVANE_KERNEL_FILLS(baseline)

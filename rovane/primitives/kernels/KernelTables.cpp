@@ -16,6 +16,7 @@ namespace rovane::kern {
             NS::FillThresh(t);                      \
             NS::FillMatrix(t);                      \
             NS::FillReduce(t);                      \
+            NS::FillSelect(t);                      \
             return t;                               \
         }();                                        \
         return tables;                              \

@@ -1,0 +1,3 @@
+// Selection kernels, baseline table.
+#include "rovane/primitives/kernels/IsaBaseline.h"
+#include "rovane/primitives/kernels/KernelsSelect.inc"

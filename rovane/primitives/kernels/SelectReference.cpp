@@ -1,0 +1,3 @@
+// Selection kernels, reference table.
+#include "rovane/primitives/kernels/IsaReference.h"
+#include "rovane/primitives/kernels/KernelsSelect.inc"
