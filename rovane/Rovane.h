@@ -17,3 +17,4 @@
 #include "rovane/methods/RndGenerators.h"
 #include "rovane/storage/Streams.h"
 #include "rovane/strings/StringVar.h"
+#include "rovane/records/Records.h"
