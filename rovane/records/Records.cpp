@@ -101,7 +101,10 @@ Vector::Vector(bool aFromCache) { CreateFromCache(aFromCache); }
 Vector::Vector(const TDoubleArray& values) { Data().CopyFromArray(std::span<const double>(values.data(), values.size())); }
 Vector::Vector(std::initializer_list<double> values) { Data().CopyFromArray(std::span<const double>(values)); }
 Vector::Vector(const TCplxArray& values) { Data().CopyFromArray(std::span<const TCplx>(values.data(), values.size())); }
-Vector::Vector(const TSingleArray& values) { Data().CopyFromArray(std::span<const float>(values.data(), values.size())); }
+Vector::Vector(const TSingleArray& values) {
+    Data().Size(values.Length(), false, false);
+    Data().CopyFromArray(std::span<const float>(values.data(), values.size()));
+}
 Vector::Vector(const TVec& src) { Data().Copy(src); }
 Vector::Vector(const TVecInt& src) { Data().Copy(src, rvDouble); }
 Vector::Vector(const VectorInt& src) { Data().Copy(src.Data(), rvDouble); }
@@ -273,8 +276,18 @@ namespace {
 
 enum class Op { Add, Sub, Mul, Div };
 
+// Two matrices combine element by element only when their shapes agree
+// (equal lengths of different shapes would pair unrelated elements).
+void CheckShapes(const TRovane& l, const TRovane& r) {
+    const auto* a = dynamic_cast<const TMtx*>(&l);
+    const auto* b = dynamic_cast<const TMtx*>(&r);
+    if (a && b && (a->Rows() != b->Rows() || a->Cols() != b->Cols()))
+        EInvalidArgumentRaise("Matrix: Left.Rows <> Right.Rows or Left.Cols <> Right.Cols");
+}
+
 template <class R>
 R Binary(Op op, const TRovane& l, const TRovane& r) {
+    if constexpr (std::is_same_v<R, Matrix>) CheckShapes(l, r);
     R res;
     auto& d = res.Data();
     switch (op) {
@@ -288,6 +301,7 @@ R Binary(Op op, const TRovane& l, const TRovane& r) {
 
 template <class D>
 void InPlace(Op op, D& d, const TRovane& r) {
+    if constexpr (std::is_same_v<D, TMtx>) CheckShapes(d, r);
     switch (op) {
         case Op::Add: d.Add(r); break;
         case Op::Sub: d.Sub(r); break;

@@ -14,6 +14,7 @@
 // cache and moves no data but into them.
 #pragma once
 
+#include <concepts>
 #include <initializer_list>
 #include <span>
 #include <utility>
@@ -708,7 +709,7 @@ public:
 
 // Comparisons of the integer records: every element (an empty record
 // compares true). The arithmetic, bit and shift operators of the integer
-// records forward to the integer containers' members (rovane/records/RecordsInt.h).
+// records forward to the integer containers' members (below).
 ROVANE_API bool operator==(const VectorInt& l, const VectorInt& r);
 ROVANE_API bool operator==(const VectorInt& l, const TRovaneInt& r);
 ROVANE_API bool operator==(const VectorInt& l, int32_t r);
@@ -727,6 +728,133 @@ ROVANE_RECORD_INT_ORDER(<=)
 ROVANE_RECORD_INT_ORDER(>)
 ROVANE_RECORD_INT_ORDER(>=)
 #undef ROVANE_RECORD_INT_ORDER
+
+// ---- arithmetic, bit and shift operators of the integer records ----------
+// Templates over the record type, so that they bind to the integer
+// containers' members (Add, Subtract, ..., BitShiftLeft) where they are used.
+// Elementwise with the width's saturation; a temporary left operand that no
+// other record shares carries the result of + - * / and of the shifts.
+template <class R>
+concept IntRecord = std::same_as<R, VectorInt> || std::same_as<R, MatrixInt>;
+
+#define ROVANE_INT_RECORD_ARITH(OP, VEC, VALUE, FROMVALUE)                                  \
+    template <IntRecord R>                                                                  \
+    R operator OP(const R& l, const TRovaneInt& r) {                                        \
+        R res;                                                                              \
+        res.Data().VEC(l.Data(), r);                                                        \
+        return res;                                                                         \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(const R& l, const R& r) {                                                 \
+        return l OP static_cast<const TRovaneInt&>(r.Data());                               \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(R&& l, const TRovaneInt& r) {                                             \
+        if (l.Shared() || SameObject(l, r)) return std::as_const(l) OP r;                  \
+        l.Data().VEC(r);                                                                    \
+        return std::move(l);                                                                \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(R&& l, const R& r) {                                                      \
+        return std::move(l) OP static_cast<const TRovaneInt&>(r.Data());                   \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(const TRovaneInt& l, const R& r) {                                        \
+        R res;                                                                              \
+        res.Data().VEC(l, r.Data());                                                        \
+        return res;                                                                         \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(const R& l, int32_t r) {                                                  \
+        R res;                                                                              \
+        res.Data().VALUE(l.Data(), r);                                                      \
+        return res;                                                                         \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(R&& l, int32_t r) {                                                       \
+        if (l.Shared()) return std::as_const(l) OP r;                                       \
+        l.Data().VALUE(r);                                                                  \
+        return std::move(l);                                                                \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(int32_t l, const R& r) {                                                  \
+        R res;                                                                              \
+        res.Data().FROMVALUE(r.Data(), l);                                                  \
+        return res;                                                                         \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R& operator OP##=(R& l, const TRovaneInt& r) {                                          \
+        l.Data().VEC(r);                                                                    \
+        return l;                                                                           \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R& operator OP##=(R& l, int32_t r) {                                                    \
+        l.Data().VALUE(r);                                                                  \
+        return l;                                                                           \
+    }
+ROVANE_INT_RECORD_ARITH(+, Add, AddValue, AddValue)
+ROVANE_INT_RECORD_ARITH(-, Subtract, SubtractValue, SubtractFromValue)
+ROVANE_INT_RECORD_ARITH(*, Multiply, MultiplyValue, MultiplyValue)
+ROVANE_INT_RECORD_ARITH(/, Divide, DivideValue, DivideByValue)
+#undef ROVANE_INT_RECORD_ARITH
+
+// Bit operators: the result goes to a new record, no reuse.
+#define ROVANE_INT_RECORD_BITS(OP, MEMBER)                                                 \
+    template <IntRecord R>                                                                  \
+    R operator OP(const R& l, const R& r) {                                                 \
+        R res;                                                                              \
+        res.Data().MEMBER(l.Data(), r.Data());                                              \
+        return res;                                                                         \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(const R& l, const TRovaneInt& r) {                                        \
+        R res;                                                                              \
+        res.Data().MEMBER(l.Data(), r);                                                     \
+        return res;                                                                         \
+    }                                                                                       \
+    template <IntRecord R>                                                                  \
+    R operator OP(const TRovaneInt& l, const R& r) {                                        \
+        R res;                                                                              \
+        res.Data().MEMBER(l, r.Data());                                                     \
+        return res;                                                                         \
+    }
+ROVANE_INT_RECORD_BITS(&, BinaryAnd)
+ROVANE_INT_RECORD_BITS(|, BinaryOr)
+ROVANE_INT_RECORD_BITS(^, BinaryXor)
+#undef ROVANE_INT_RECORD_BITS
+
+// Shifts keep the width of the record.
+template <IntRecord R>
+R operator<<(const R& l, int32_t bits) {
+    R res;
+    res.Data().BitShiftLeft(l.Data(), bits);
+    return res;
+}
+template <IntRecord R>
+R operator>>(const R& l, int32_t bits) {
+    R res;
+    res.Data().BitShiftRight(l.Data(), bits);
+    return res;
+}
+// Elements that are 0 become 1, the others 0.
+template <IntRecord R>
+R operator!(const R& x) {
+    R res;
+    res.Data().LogicalNot(x.Data());
+    return res;
+}
+template <IntRecord R>
+R operator~(const R& x) {
+    R res;
+    res.Data().BinaryNot(x.Data());
+    return res;
+}
+template <IntRecord R>
+R operator-(const R& x) {
+    R res;
+    res.Data().SubtractFromValue(x.Data(), 0);
+    return res;
+}
 
 // ---- free functions, generated from the member tables ----
 #include "rovane/records/generated/Free.h"
