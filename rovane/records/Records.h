@@ -224,7 +224,10 @@ public:
     // ---- elements ------------------------------------------------------
     // Element i of the real view as a double over either precision (a
     // single value widened); writing narrows to the storage. Unchecked.
-    TRovane::ElementRef operator[](int32_t i) const { return Data()[i]; }
+    // A const record reads a double (what printf and other variadic calls
+    // need); Values(i) reads one on any record.
+    TRovane::ElementRef operator[](int32_t i) { return Data()[i]; }
+    double operator[](int32_t i) const { return Data().GetElement(i); }
     double Values(int32_t i) const { return Data().GetElement(i); }
     TCplx CValues(int32_t i) const;
     float& SValues(int32_t i) const { return Data().SValues[i]; }
@@ -366,7 +369,8 @@ public:
     std::string ComplexValues() const { return Data().ComplexValues(); }
 
     // Element i of the rows laid end to end; (row, col) by Values(row, col).
-    TRovane::ElementRef operator[](int32_t i) const { return Data()[i]; }
+    TRovane::ElementRef operator[](int32_t i) { return Data()[i]; }
+    double operator[](int32_t i) const { return Data().GetElement(i); }
     double Values(int32_t i) const { return Data().GetElement(i); }
     double Values(int32_t row, int32_t col) const;
     TCplx CValues(int32_t i) const;
