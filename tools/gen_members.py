@@ -361,6 +361,7 @@ RECORDS = {
 # foreign memory take the record's shape, the selections keep a sub-range.
 RECORD_HAND = {"Size", "Resize", "Adopt", "Disown", "Assign", "Select", "SelectAll", "SizeFromArray",
                "SizeToArray", "EnableSelect", "DisableSelect", "EnableSubrange", "DisableSubrange"}
+CHAIN_RET_RE = re.compile(r"^(TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)\s*&$")
 SOURCE_RE = re.compile(r"^const (TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)&$")
 
 
@@ -386,6 +387,10 @@ def record_decls(m, rec):
     for d in m.decls:
         if d.cls not in bases or d.name in RECORD_HAND:
             continue
+        # A value row that returns its own object (`TDenseRovane&`) chains on
+        # the record like a method row.
+        if d.ret is not None and not d.quals and CHAIN_RET_RE.match(d.ret):
+            d = Decl(d.cls, d.name, d.params, d.comments, d.section)
         key = (d.name, param_types(d.params), d.quals if d.ret is not None else "")
         if key in seen:
             continue
@@ -458,7 +463,7 @@ def record_free_functions(m, rec):
     for d in record_decls(m, rec):
         ps = split_params(d.params)
         if d.ret is not None:
-            f = FreeFn(d, rec, 2, ", ".join([f"const {rec}& x"] + ps), ps)
+            f = FreeFn(d, rec, 2, ", ".join([f"const {rec}& record"] + ps), ps)
             values.setdefault(f.key(), f)
             continue
         if not ps:
@@ -508,7 +513,7 @@ def free_defs(m, recs, where):
             ps = strip_defaults(f.params)
             if f.shape == 2:
                 args = arg_names(", ".join(f.rest))
-                call = f"x.Data().{f.d.name}({args})"
+                call = f"record.Data().{f.d.name}({args})"
                 head = f"{f.d.ret} {f.d.name}({ps})"
                 out.append(f"{head} {{ return {call}; }}\n" if len(head) + len(call) + 14 <= 120 else
                            f"{head} {{\n    return {call};\n}}\n")
