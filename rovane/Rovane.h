@@ -21,3 +21,4 @@
 #include "rovane/strings/StringVar.h"
 #include "rovane/primitives/MatrixPrims.h"
 #include "rovane/primitives/Lapack.h"
+#include "rovane/records/Records.h"

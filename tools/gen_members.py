@@ -339,6 +339,213 @@ def table_files():
     return [TABLE] + extra
 
 
+# ---------------------------------------------------------------------------
+# The records (rovane/records/): each record forwards every member of the
+# classes its object is made of, and gets the free functions of both shapes.
+# ---------------------------------------------------------------------------
+RECORDS_GEN = os.path.join(ROOT, "rovane/records/generated")
+RECORD_HEADER = HEADER.replace("edit a table, not this file.", "edit a table or the generator, not this file.")
+# record -> (object class, classes whose rows it forwards, source classes a
+# free function of the record accepts as its first argument)
+RECORDS = {
+    "Vector": ("TVec", ("TRovane", "TDenseRovane", "TVec"), ("TRovane", "TDenseRovane", "TVec")),
+    "Matrix": ("TMtx", ("TRovane", "TDenseRovane", "TMtx"), ("TRovane", "TDenseRovane", "TMtx")),
+    "VectorInt": ("TVecInt", ("TRovaneInt", "TVecInt"), ("TRovaneInt", "TVecInt")),
+    "MatrixInt": ("TMtxInt", ("TRovaneInt", "TMtxInt"), ("TRovaneInt", "TMtxInt")),
+}
+# Written by hand on the records (rovane/records/Records.h): sizing and
+# foreign memory take the record's shape, the selections keep a sub-range.
+RECORD_HAND = {"Size", "Resize", "Adopt", "Disown", "Assign", "Select", "SelectAll", "SizeFromArray",
+               "SizeToArray", "EnableSelect", "DisableSelect", "EnableSubrange", "DisableSubrange"}
+CHAIN_RET_RE = re.compile(r"^(TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)\s*&$")
+SOURCE_RE = re.compile(r"^const (TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)&$")
+
+
+def param_type(p):
+    p = p.split("=")[0].strip()
+    name = re.findall(r"[A-Za-z_][A-Za-z_0-9]*", p)[-1]
+    return p[: p.rfind(name)].strip()
+
+
+def param_name(p):
+    return re.findall(r"[A-Za-z_][A-Za-z_0-9]*", p.split("=")[0])[-1]
+
+
+def param_types(params):
+    return tuple(param_type(p) for p in split_params(params))
+
+
+def record_decls(m, rec):
+    """The rows a record forwards, one per distinct parameter list (the
+    first row wins; the object's own overload resolution picks the member)."""
+    _, bases, _ = RECORDS[rec]
+    seen, out = set(), []
+    for d in m.decls:
+        if d.cls not in bases or d.name in RECORD_HAND:
+            continue
+        # A value row that returns its own object (`TDenseRovane&`) chains on
+        # the record like a method row.
+        if d.ret is not None and not d.quals and CHAIN_RET_RE.match(d.ret):
+            d = Decl(d.cls, d.name, d.params, d.comments, d.section)
+        key = (d.name, param_types(d.params), d.quals if d.ret is not None else "")
+        if key in seen:
+            continue
+        seen.add(key)
+        out.append(d)
+    return out
+
+
+def record_signature(d, rec, qualified, defaults):
+    ps = d.params if defaults else strip_defaults(d.params)
+    name = f"{rec}::{d.name}" if qualified else d.name
+    if d.ret is not None:
+        return f"{d.ret} {name}({ps}){d.quals}"
+    return f"{rec}& {name}({ps})"
+
+
+def record_members_header(m, rec):
+    obj = RECORDS[rec][0]
+    out = [RECORD_HEADER, f"// Forwarders of the table members of {obj}, included inside class {rec}: each calls the\n"
+                          f"// member on Data() and returns the record (chaining rows) or the member's value.\n"]
+    for d in record_decls(m, rec):
+        if d.section:
+            out.append(f"\n// ---- {d.section} ----\n")
+        for c in d.comments:
+            out.append(c + "\n")
+        out.append(record_signature(d, rec, False, True) + ";\n")
+    return "".join(out)
+
+
+def record_members_defs(m, rec):
+    out = [RECORD_HEADER, f"// Definitions of the forwarders of class {rec} (generated/{rec}.members.h).\n\n"]
+    for d in record_decls(m, rec):
+        head = record_signature(d, rec, True, False)
+        call = f"Data().{d.name}({arg_names(d.params)})"
+        if d.ret is not None:
+            out.append(f"{head} {{ return {call}; }}\n" if len(head) + len(call) + 14 <= 120 else
+                       f"{head} {{\n    return {call};\n}}\n")
+        else:
+            out.append(f"{head} {{\n    {call};\n    return *this;\n}}\n")
+    return "".join(out)
+
+
+def is_index_param(p):
+    n = param_name(p)
+    return n == "len" or n.lower().endswith("index")
+
+
+def is_output_param(p):
+    t = param_type(p)
+    return t.endswith("&") and not t.startswith("const ") and not t.endswith("&&")
+
+
+class FreeFn:
+    def __init__(self, d, rec, shape, params, rest):
+        self.d, self.rec, self.shape, self.params, self.rest = d, rec, shape, params, rest
+
+    def key(self):
+        return (self.d.name, param_types(self.params))
+
+
+def record_free_functions(m, rec):
+    """Both shapes of free functions of a record. Shape 1: a chaining member
+    whose first parameter is a source gives `Rec Name(const Rec& x, rest)`,
+    the member called on a fresh record (no range forms, no outputs). Shape
+    2: a member that returns a value gives `Ret Name(const Rec& x, params)`.
+    Where both shapes give one parameter list the value wins."""
+    obj, bases, sources = RECORDS[rec]
+    values, chains = {}, {}
+    inplace = {(d.name, param_types(d.params)) for d in record_decls(m, rec) if d.ret is None}
+    for d in record_decls(m, rec):
+        ps = split_params(d.params)
+        if d.ret is not None:
+            f = FreeFn(d, rec, 2, ", ".join([f"const {rec}& record"] + ps), ps)
+            values.setdefault(f.key(), f)
+            continue
+        if not ps:
+            continue
+        mm = SOURCE_RE.match(param_type(ps[0]))
+        if not mm or mm.group(1) not in sources:
+            continue
+        rest = ps[1:]
+        if any(is_index_param(p) or is_output_param(p) for p in rest):
+            continue
+        # Only a member with an in-place twin (Sin() beside Sin(X)) sizes
+        # Self from its source; Add(Vec) or AddScaled(Vec, F) update Self.
+        if (d.name, tuple(param_type(p) for p in rest)) not in inplace:
+            continue
+        f = FreeFn(d, rec, 1, ", ".join([f"const {rec}& {param_name(ps[0])}"] + rest), rest)
+        chains.setdefault(f.key(), f)
+    out = list(values.values()) + [f for k, f in chains.items() if k not in values]
+    for f in out:
+        f.inplace = f.shape == 1
+    return sorted(out, key=lambda f: (f.d.name, f.shape))
+
+
+def free_header(m, recs, where):
+    out = [RECORD_HEADER, f"// Free functions of the records {where}: a function of one record that returns a new\n"
+                          "// record (Sin(x)), with an overload that works in place on a temporary no other record\n"
+                          "// shares, and the functional form of every member that returns a value (Sum(x)).\n"]
+    for rec in recs:
+        fns = record_free_functions(m, rec)
+        if fns:
+            out.append(f"\n// ---- {rec} ----\n")
+        for f in fns:
+            ret = f.d.ret if f.shape == 2 else rec
+            out.append(f"ROVANE_API {ret} {f.d.name}({f.params});\n")
+            if f.inplace:
+                rv = ", ".join([f"{rec}&& {param_name(split_params(f.params)[0])}"] + f.rest)
+                out.append(f"ROVANE_API {rec} {f.d.name}({rv});\n")
+    return "".join(out)
+
+
+def free_defs(m, recs, where):
+    out = [RECORD_HEADER, f"// Definitions of the free functions of the records {where}.\n"]
+    for rec in recs:
+        fns = record_free_functions(m, rec)
+        if fns:
+            out.append(f"\n// ---- {rec} ----\n")
+        for f in fns:
+            ps = strip_defaults(f.params)
+            if f.shape == 2:
+                args = arg_names(", ".join(f.rest))
+                call = f"record.Data().{f.d.name}({args})"
+                head = f"{f.d.ret} {f.d.name}({ps})"
+                out.append(f"{head} {{ return {call}; }}\n" if len(head) + len(call) + 14 <= 120 else
+                           f"{head} {{\n    return {call};\n}}\n")
+                continue
+            src = param_name(split_params(f.params)[0])
+            args = arg_names(", ".join([f"const TRovaneBase& {src}"] + f.rest))
+            out.append(f"{f.rec} {f.d.name}({ps}) {{\n    {f.rec} result;\n"
+                       f"    result.Data().{f.d.name}({args.replace(src, src + '.Data()', 1)});\n"
+                       f"    return result;\n}}\n")
+            if f.inplace:
+                rest = strip_defaults(", ".join(f.rest))
+                rv = ", ".join([f"{rec}&& {src}"] + ([rest] if rest else []))
+                guards = [f"!{src}.Shared()"]
+                for p in f.rest:
+                    if SOURCE_RE.match(param_type(p)):
+                        guards.append(f"!SameObject({src}, {param_name(p)})")
+                rargs = arg_names(", ".join(f.rest)) if f.rest else ""
+                cargs = ", ".join([f"std::as_const({src})"] + ([rargs] if rargs else []))
+                out.append(f"{f.rec} {f.d.name}({rv}) {{\n    if ({' && '.join(guards)}) {{\n"
+                           f"        {src}.Data().{f.d.name}({rargs});\n        return std::move({src});\n    }}\n"
+                           f"    return {f.d.name}({cargs});\n}}\n")
+    return "".join(out)
+
+
+def record_outputs(m):
+    files = {}
+    for rec in RECORDS:
+        files[os.path.join(RECORDS_GEN, f"{rec}.members.h")] = record_members_header(m, rec)
+        files[os.path.join(RECORDS_GEN, f"{rec}.members.inc")] = record_members_defs(m, rec)
+    for name, recs, where in (("Free", ("Vector", "Matrix"), "Vector and Matrix"),
+                              ("FreeInt", ("VectorInt", "MatrixInt"), "VectorInt and MatrixInt")):
+        files[os.path.join(RECORDS_GEN, f"{name}.h")] = free_header(m, recs, where)
+        files[os.path.join(RECORDS_GEN, f"{name}.inc")] = free_defs(m, recs, where)
+    return files
+
+
 def outputs():
     m = parse(table_files())
     files = {CONTRACT: contract_file(m)}
@@ -349,6 +556,7 @@ def outputs():
             files[os.path.join(GEN, name)] = chain_header(m, bases, where)
     for name in m.defs:
         files[os.path.join(GEN, f"{name}.defs.inc")] = defs_file(m, name)
+    files.update(record_outputs(m))
     return files
 
 

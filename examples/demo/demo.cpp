@@ -28,32 +28,40 @@ int main() {
     std::printf("  StrToCplx(\"1e-3+2i\") = (%g, %g), StrToVal(\"-INF\") = %s\n", parsed.Re, parsed.Im,
                 SampleToStr(StrToVal("-INF")).c_str());
 
-    std::printf("\nContainers\n");
-    TVec x, y, z;
-    x.SetIt({1, 2, 3, 4});
+    std::printf("\nFormulas with records\n");
+    const Vector x = {1, 2, 3, 4};
+    Vector y;
     y.SetCplx({10, 1, 20, 2, 30, 3, 40, 4});
-    z.Add(x, y);  // a real and a complex operand give a complex result
+    const Vector z = x + y;  // a real and a complex operand give a complex result
     std::printf("  [1 2 3 4] + [10+1i ...] = %s, %s, ... (complex: %d)\n", CplxToStr(z.Firstc()).c_str(),
                 CplxToStr(z.Lastc()).c_str(), z.Complex());
-    x.SetSubRange(1, 2);  // a view of elements 1 and 2, no copy
-    x.Add(100.0);
-    x.SetFullRange();
-    const TVec& cx = x;
-    std::printf("  after adding 100 to the sub-range [1, 2]: %g %g %g %g\n", cx[0], cx[1], cx[2], cx[3]);
+    const Vector t = {0.0, 0.5, 1.0};
+    const Vector f = Sin(t) * 2.0 + 1.0;  // one object from the cache, the rest in place
+    std::printf("  Sin([0 0.5 1])*2 + 1 = %g %g %g\n", f[0], f[1], f[2]);
+    const Matrix m({{1, 2}, {3, 4}});
+    const Matrix p = m * m;  // element by element; the matrix product is Mul
+    std::printf("  [[1 2] [3 4]] * itself, elementwise = %g %g %g %g; all below 17: %d\n", p[0], p[1], p[2], p[3],
+                p < 17.0);
+
+    std::printf("\nContainers\n");
+    TVec v;
+    v.SetIt({1, 2, 3, 4});
+    v.SetSubRange(1, 2);  // a view of elements 1 and 2, no copy
+    v.Add(100.0);
+    v.SetFullRange();
+    const TVec& cv = v;
+    std::printf("  after adding 100 to the sub-range [1, 2]: %g %g %g %g\n", cv[0], cv[1], cv[2], cv[3]);
 
     std::printf("\nElementwise math\n");
-    TVec w, s;
+    Vector w;
     w.SetCplx({0, PI, 1, 2});
-    s.Exp(w);  // composed on split parts: exp(x) (cos y + i sin y)
-    std::printf("  Exp(0+pi i) = %s, Exp(1+2i) = %s\n", CplxToStr(s.Firstc()).c_str(), CplxToStr(s.Lastc()).c_str());
-    s.ArcSin(w);
-    std::printf("  ArcSin(1+2i) = %s\n", CplxToStr(s.Lastc()).c_str());
-    TVec r;
-    r.SetIt({-2.5, -0.5, 0.5, 1.5, 2.5});
-    r.Round();  // halves to even
-    const TVec& cr = r;
-    std::printf("  Round(-2.5 -0.5 0.5 1.5 2.5) = %g %g %g %g %g\n", cr[0], cr[1], cr[2], cr[3], cr[4]);
-    r.RandUniform(42u, 0, 1);
-    std::printf("  RandUniform(seed 42): %.6f %.6f ... (the same on every machine)\n", cr[0], cr[1]);
+    const Vector e = Exp(w);  // composed on split parts: exp(x) (cos y + i sin y)
+    std::printf("  Exp(0+pi i) = %s, Exp(1+2i) = %s\n", CplxToStr(e.Firstc()).c_str(), CplxToStr(e.Lastc()).c_str());
+    std::printf("  ArcSin(1+2i) = %s\n", CplxToStr(ArcSin(w).Lastc()).c_str());
+    const Vector r = Round(Vector{-2.5, -0.5, 0.5, 1.5, 2.5});  // halves to even
+    std::printf("  Round(-2.5 -0.5 0.5 1.5 2.5) = %g %g %g %g %g\n", r[0], r[1], r[2], r[3], r[4]);
+    Vector u(2);
+    u.RandUniform(42u, 0, 1);
+    std::printf("  RandUniform(seed 42): %.6f %.6f ... (the same on every machine)\n", u.Values(0), u.Values(1));
     return 0;
 }
