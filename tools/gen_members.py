@@ -375,11 +375,18 @@ def param_types(params):
     return tuple(param_type(p) for p in split_params(params))
 
 
+# Classes from base to most derived, for the choice between same forms.
+ORDER = ("TRovane", "TDenseRovane", "TVec", "TMtx", "TRovaneInt", "TVecInt", "TMtxInt")
+
+
 def record_decls(m, rec):
-    """The rows a record forwards, one per distinct parameter list (the
-    first row wins; the object's own overload resolution picks the member)."""
+    """The rows a record forwards, one per distinct parameter list. Where
+    classes of the object's line declare the same form, the most derived
+    one wins (TMtx.CumSum over the flat TDenseRovane.CumSum), as a call on
+    the object would pick it; the forwarders call it by its class."""
     _, bases, _ = RECORDS[rec]
-    seen, out = set(), []
+    rank = {c: i for i, c in enumerate(ORDER)}
+    at, out = {}, []
     for d in m.decls:
         if d.cls not in bases or d.name in RECORD_HAND:
             continue
@@ -388,9 +395,13 @@ def record_decls(m, rec):
         if d.ret is not None and not d.quals and CHAIN_RET_RE.match(d.ret):
             d = Decl(d.cls, d.name, d.params, d.comments, d.section)
         key = (d.name, param_types(d.params), d.quals if d.ret is not None else "")
-        if key in seen:
+        if key in at:
+            i = at[key]
+            if rank.get(d.cls, 0) > rank.get(out[i].cls, 0):
+                out[i] = Decl(d.cls, d.name, d.params, out[i].comments or d.comments, out[i].section or d.section,
+                              d.ret, d.quals)
             continue
-        seen.add(key)
+        at[key] = len(out)
         out.append(d)
     return out
 
@@ -420,7 +431,9 @@ def record_members_defs(m, rec):
     out = [RECORD_HEADER, f"// Definitions of the forwarders of class {rec} (generated/{rec}.members.h).\n\n"]
     for d in record_decls(m, rec):
         head = record_signature(d, rec, True, False)
-        call = f"Data().{d.name}({arg_names(d.params)})"
+        # Qualified by the row's class: a member of the object's own class may
+        # hide a base member of the same name (TMtx.CumSum and the flat one).
+        call = f"Data().{d.cls}::{d.name}({arg_names(d.params)})"
         if d.ret is not None:
             out.append(f"{head} {{ return {call}; }}\n" if len(head) + len(call) + 14 <= 120 else
                        f"{head} {{\n    return {call};\n}}\n")
@@ -509,7 +522,7 @@ def free_defs(m, recs, where):
             ps = strip_defaults(f.params)
             if f.shape == 2:
                 args = arg_names(", ".join(f.rest))
-                call = f"record.Data().{f.d.name}({args})"
+                call = f"record.Data().{f.d.cls}::{f.d.name}({args})"
                 head = f"{f.d.ret} {f.d.name}({ps})"
                 out.append(f"{head} {{ return {call}; }}\n" if len(head) + len(call) + 14 <= 120 else
                            f"{head} {{\n    return {call};\n}}\n")
@@ -517,7 +530,7 @@ def free_defs(m, recs, where):
             src = param_name(split_params(f.params)[0])
             args = arg_names(", ".join([f"const TRovaneBase& {src}"] + f.rest))
             out.append(f"{f.rec} {f.d.name}({ps}) {{\n    {f.rec} result;\n"
-                       f"    result.Data().{f.d.name}({args.replace(src, src + '.Data()', 1)});\n"
+                       f"    result.Data().{f.d.cls}::{f.d.name}({args.replace(src, src + '.Data()', 1)});\n"
                        f"    return result;\n}}\n")
             if f.inplace:
                 rest = strip_defaults(", ".join(f.rest))
@@ -529,7 +542,7 @@ def free_defs(m, recs, where):
                 rargs = arg_names(", ".join(f.rest)) if f.rest else ""
                 cargs = ", ".join([f"std::as_const({src})"] + ([rargs] if rargs else []))
                 out.append(f"{f.rec} {f.d.name}({rv}) {{\n    if ({' && '.join(guards)}) {{\n"
-                           f"        {src}.Data().{f.d.name}({rargs});\n        return std::move({src});\n    }}\n"
+                           f"        {src}.Data().{f.d.cls}::{f.d.name}({rargs});\n        return std::move({src});\n    }}\n"
                            f"    return {f.d.name}({cargs});\n}}\n")
     return "".join(out)
 

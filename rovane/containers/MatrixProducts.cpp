@@ -203,7 +203,7 @@ bool OpKeepsSym(TMtxOperation op, bool complex) { return op == opNone || op == (
 // The core after the checks: Self is sized m x n with the product's
 // precision, a and b have it too.
 template <class T>
-void Product(TMtx& self, const TMtx& ma, const TMtx& mb, Operand<T> a, Operand<T> b, int32_t m, int32_t n,
+void MultiplyInto(TMtx& self, const TMtx& ma, const TMtx& mb, Operand<T> a, Operand<T> b, int32_t m, int32_t n,
              int32_t k) {
     constexpr bool cplx = IsComplex<T>;
     const Scalars<T> s{FromCplx<T>(self.Alfa), FromCplx<T>(self.Beta)};
@@ -364,7 +364,7 @@ TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2, TMtxType mtxType1, TMtxType 
             if (oa.op == opHerm) oa.op = opTran;
             if (ob.op == opHerm) ob.op = opTran;
         }
-        Product<T>(*this, *a, *b, oa, ob, m, n, k);
+        MultiplyInto<T>(*this, *a, *b, oa, ob, m, n, k);
     });
     return *this;
 }

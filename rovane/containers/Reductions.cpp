@@ -649,35 +649,6 @@ TMtx& TMtx::CumSum(const TMtx& mtx, int32_t mtxIndex, int32_t index, int32_t len
 
 // ==== matrix folds =====================================================================
 
-void TMtx::SumCols(TVec& dst) const {
-    dst.Size(fCols, fComplex, fIsDouble);
-    dst.SetZero();
-    frame::ByPrecision(fFloatPrecision, [&](auto t) {
-        using T = decltype(t);
-        T* d = frame::Base<T>(dst) + frame::Offset<T>(dst);
-        for (int32_t r = 0; r < fRows; ++r) prim::Add_I(RunOf<T>(*this, 0), r * fCols, d, 0, fCols);
-    });
-}
-void TMtx::SumRows(TVec& dst) const {
-    dst.Size(fRows, fComplex, fIsDouble);
-    frame::ByPrecision(fFloatPrecision, [&](auto t) {
-        using T = decltype(t);
-        T* d = frame::Base<T>(dst) + frame::Offset<T>(dst);
-        for (int32_t r = 0; r < fRows; ++r) {
-            T s{};
-            prim::Sum(RunOf<T>(*this, 0), r * fCols, fCols, &s);
-            d[r] = s;
-        }
-    });
-}
-void TMtx::MeanCols(TVec& dst) const {
-    SumCols(dst);
-    if (fRows > 0) dst.Scale(1.0 / fRows);
-}
-void TMtx::MeanRows(TVec& dst) const {
-    SumRows(dst);
-    if (fCols > 0) dst.Scale(1.0 / fCols);
-}
 TCplx TMtx::Trace() const {
     const int32_t n = fRows < fCols ? fRows : fCols;
     TCplx s = C_ZERO;

@@ -52,8 +52,6 @@ struct TBlasTable {
     // Reductions: conjugated dot products and sums of magnitudes.
     decltype(&cblas_zdotc_sub) zdotc_sub;
     decltype(&cblas_cdotc_sub) cdotc_sub;
-    decltype(&cblas_dasum) dasum;
-    decltype(&cblas_sasum) sasum;
 };
 
 // The table, loaded on first use (thread-safe). A library that cannot be

@@ -43,9 +43,9 @@ protected:
     int32_t fDimension = 0;
 };
 
-struct Range {
+struct Bounds {
     int32_t lo, hi;
-    bool operator==(const Range&) const = default;
+    bool operator==(const Bounds&) const = default;
 };
 
 int ThreadsOfProcess() {
@@ -79,7 +79,7 @@ void PlainRangeBody(int32_t lo, int32_t hi, TLoopContext, int32_t) {
 TEST_F(Loop, RangesFollowTheSplitRuleAndEmptyRangesAreStillCalled) {
     struct Case {
         int32_t min, max, threads;
-        std::vector<Range> want;
+        std::vector<Bounds> want;
     };
     const Case cases[] = {
         {0, 9, 4, {{0, 2}, {3, 5}, {6, 7}, {8, 9}}},
@@ -92,7 +92,7 @@ TEST_F(Loop, RangesFollowTheSplitRuleAndEmptyRangesAreStillCalled) {
     TMtxForLoop loop;
     for (const Case& c : cases) {
         loop.SetThreadCount(c.threads);
-        std::vector<Range> got(c.threads, Range{-99, -99});
+        std::vector<Bounds> got(c.threads, Bounds{-99, -99});
         std::vector<int> calls(c.threads, 0);
         EXPECT_FALSE(DoForLoop(
             c.min, c.max,
@@ -548,7 +548,7 @@ TEST_F(Loop, AffinityGroupsFollowTheModes) {
     struct Case {
         TThreadAffinityMode mode;
         int32_t processors, threads;
-        std::vector<Range> want;
+        std::vector<Bounds> want;
     };
     const Case cases[] = {
         {tamDefault, 4, 2, {{0, 3}, {0, 3}}},
@@ -561,7 +561,7 @@ TEST_F(Loop, AffinityGroupsFollowTheModes) {
     };
     for (const Case& c : cases)
         for (int32_t t = 0; t < c.threads; ++t) {
-            Range r{};
+            Bounds r{};
             TMtxForLoop::AffinityRange(c.mode, c.processors, c.threads, t, r.lo, r.hi);
             EXPECT_EQ(r, c.want[t]) << c.mode << " " << c.processors << " " << c.threads << " worker " << t;
         }

@@ -118,10 +118,6 @@ bool Equal(const TMtx& mtx, double tolerance) const;
 bool Equal(const TMtx& mtx, double tolerance, TCompare compare) const;
 
 // ---- matrix folds (Reductions.cpp) ----
-void SumCols(TVec& dst) const;
-void SumRows(TVec& dst) const;
-void MeanCols(TVec& dst) const;
-void MeanRows(TVec& dst) const;
 // Sum of the min(Rows, Cols) diagonal elements; C_ZERO when empty.
 TCplx Trace() const;
 // Largest column sum, largest row sum of magnitudes (NAN when empty); NormFro

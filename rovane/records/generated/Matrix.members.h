@@ -812,6 +812,8 @@ Matrix& CumSum(const TMtx& mtx, int32_t mtxIndex, int32_t index, int32_t len);
 // Rows, Cols and Complex must agree, then IsEqual.
 bool Equal(const TMtx& mtx, double tolerance) const;
 bool Equal(const TMtx& mtx, double tolerance, TCompare compare) const;
+
+// ---- matrix folds (Reductions.cpp) ----
 // Sum of the min(Rows, Cols) diagonal elements; C_ZERO when empty.
 TCplx Trace() const;
 // Largest column sum, largest row sum of magnitudes (NAN when empty); NormFro
