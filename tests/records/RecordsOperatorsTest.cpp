@@ -333,3 +333,23 @@ TEST(RecordMembers, ForwardersChainOnTheRecordAndFreeFunctionsMakeNewRecords) {
     Vector x2 = x;
     EXPECT_EQ(x2.Caption(), "x");
 }
+
+TEST(RecordMembers, SelectGathersIntoANewRecordAndChecksItsRange) {
+    Vector v;
+    v.SetCplx({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});  // five complex values k + (k+1)i, k even
+    Vector every2 = Select(v, 1, 2, 2);
+    ASSERT_EQ(every2.Length(), 2);
+    EXPECT_EQ(every2.CValues(0), TCplx(2, 3));
+    EXPECT_EQ(every2.CValues(1), TCplx(6, 7));
+    Vector f = Make({1, 2, 3, 4, 5}, false);
+    Vector mid = Select(f, 1, 3);
+    EXPECT_EQ(mid.FloatPrecision(), rvSingle);
+    EXPECT_EQ(mid.Values(2), 4.0);
+    EXPECT_EQ(Select(f, 0, 4, 2).Values(1), 5.0);
+    EXPECT_EQ(Select(f, 5, 0).Length(), 0);
+    EXPECT_EQ(Select(f, 1, 3, 2).Values(1), 5.0);
+    EXPECT_EQ(TextOf([&] { Select(f, 2, 3, 2); }), "Select: Index = 2, Step = 3, Len = 2, Src.Length = 5");
+    EXPECT_EQ(TextOf([&] { Select(f, 2000000000, 2000000000, 3); }),
+              "Select: Index = 2000000000, Step = 2000000000, Len = 3, Src.Length = 5");
+    EXPECT_THROW(Select(f, -1, 1), ERovaneRangeError);
+}
