@@ -362,6 +362,27 @@ RECORDS = {
 RECORD_HAND = {"Size", "Resize", "Adopt", "Disown", "Assign", "Select", "SelectAll", "SizeFromArray",
                "SizeToArray", "EnableSelect", "DisableSelect", "EnableSubrange", "DisableSubrange"}
 CHAIN_RET_RE = re.compile(r"^(TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)\s*&$")
+# Properties and element access written by hand on the records: a row of
+# the same name is skipped where it would clash (a getter without
+# parameters, a setter of one); other overloads of the name are forwarded.
+RECORD_PROPS = {"Length", "SetLength", "Complex", "SetComplex", "IsDouble", "FloatPrecision", "SetFloatPrecision",
+                "Capacity", "CapacityStep", "SetCapacityStep", "Precision", "SetPrecision", "Rounding", "SetRounding",
+                "ConditionCheck", "SetConditionCheck", "Alfa", "SetAlfa", "Beta", "SetBeta", "ZeroTolerance",
+                "SetZeroTolerance", "Caption", "SetCaption", "Tag", "SetTag", "IsSubRange", "SubRangeLevel",
+                "BlockEnd", "First", "Firstc", "Last", "Lastc", "FFTScrambled", "FFTOddLength", "RealValues",
+                "ComplexValues", "Rows", "Cols", "LeadingCols", "Quadratic", "IntPrecision", "CreateFromCache",
+                "AssignWithoutCopy", "Born", "Shared", "Object", "Data"}
+RECORD_ELEMENTS = {"Values", "CValues", "SValues", "SCValues", "PValues1D", "PCValues1D", "PSValues1D",
+                   "PSCValues1D", "SetElement", "PIValues", "PSValues", "PBValues"}
+
+
+def hand_clash(d):
+    n = len(split_params(d.params))
+    if d.name in RECORD_PROPS:
+        return n == 0 or (d.name.startswith("Set") and n == 1)
+    return d.name in RECORD_ELEMENTS and n <= 2
+
+
 SOURCE_RE = re.compile(r"^const (TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)&$")
 
 
@@ -385,7 +406,7 @@ def record_decls(m, rec):
     _, bases, _ = RECORDS[rec]
     seen, out = set(), []
     for d in m.decls:
-        if d.cls not in bases or d.name in RECORD_HAND:
+        if d.cls not in bases or d.name in RECORD_HAND or hand_clash(d):
             continue
         # A value row that returns its own object (`TDenseRovane&`) chains on
         # the record like a method row.
