@@ -95,4 +95,42 @@ BENCHMARK(BM_AddEigen)->Arg(1000)->Arg(1000000);
 
 }  // namespace
 
+// The cost of one call at n = 8: checks, sizing, the overlap test and the
+// dispatch, with next to no elements to hide them.
+void BM_PerCallSin(benchmark::State& state) {
+    const bool complex = state.range(0) != 0;
+    TVec x, d;
+    x.Size(8, complex);
+    x.SetVal(0.5);
+    for (auto _ : state) {
+        d.Sin(x);
+        benchmark::DoNotOptimize(d.Values);
+    }
+}
+BENCHMARK(BM_PerCallSin)->ArgName("complex")->Arg(0)->Arg(1);
+
+void BM_PerCallAbs(benchmark::State& state) {
+    TVec x, d;
+    x.Size(8, true);
+    x.SetVal(0.5);
+    for (auto _ : state) {
+        d.Abs(x);
+        benchmark::DoNotOptimize(d.Values);
+    }
+}
+BENCHMARK(BM_PerCallAbs);
+
+void BM_PerCallAdd(benchmark::State& state) {
+    TVec a, b;
+    a.Size(8);
+    b.Size(8);
+    a.SetVal(1);
+    b.SetVal(2);
+    for (auto _ : state) {
+        a.Add(b);
+        benchmark::DoNotOptimize(a.Values);
+    }
+}
+BENCHMARK(BM_PerCallAdd);
+
 BENCHMARK_MAIN();

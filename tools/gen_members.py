@@ -25,9 +25,11 @@ line starting with `//` is a comment copied above the next declaration):
   @section TITLE                 a group heading in the class declarations
   @defs FILE                     later rows with a core are defined in
                                  generated/FILE.defs.inc
-  unary NAME [core=EXPR self="TEXT" cplx="TEXT" | core=EXPR frame=FRAME rules=EXPR]
+  unary NAME [core=EXPR self="TEXT" cplx="TEXT" | core=EXPR rules=EXPR]
         the four forms: Op(), Op(Index, Len), Op(X), Op(X, XIndex, Index, Len),
-        through the forms frame FRAME (Unary, RealResult, CplxResult, RealOnly)
+        through the forms frame (frame::InPlace, frame::From) with the
+        member's frame::FormRules: named (rules=), or for a result of the
+        source's kind, made from the two texts (X = Self, unequal complexity)
   arith NAME [vec=CORE texts=TEXTS] [scalar=FAMILY] [from=FAMILY fromtext="TEXT"]
         [scalarclass=CLASS]
         the twelve forms of an Add-shaped family; the four scalar forms go
@@ -125,16 +127,6 @@ REVERSED_FROM_FORMS = ["double value, const TRovane& vec", "const TCplx& value, 
                        "const TCplx& value, const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len"]
 
 
-# The forms frames of the unary rows: the in-place function, whether it takes
-# the rules, and the function of the forms with a source.
-FRAMES = {
-    "Unary": ("frame::UnaryInPlace", False, "frame::UnaryFrom"),
-    "RealResult": ("RealResultInPlace", True, "RealResultFrom"),
-    "CplxResult": ("CplxResultInPlace", False, "CplxResultFrom"),
-    "RealOnly": ("RealOnlyInPlace", True, "RealOnlyFrom"),
-}
-
-
 def quote(text):
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
@@ -205,15 +197,19 @@ def parse_file(m, path):
             m.contract.append(("unary", name))
             if "core" in attrs:
                 need(defs_file, where, lineno)
-                frame = attrs.get("frame", "Unary")
-                inplace, inRules, fromFn = FRAMES[frame]
                 core = attrs["core"]
-                rules = attrs["rules"] if "rules" in attrs else \
-                    f'{{{quote(attrs["self"])}, {quote(attrs["cplx"])}}}'
-                r = f"{rules}, " if inRules else ""
-                calls = [f"{inplace}(*this, {r}{core})", f"{inplace}(*this, index, len, {r}{core})",
-                         f"{fromFn}(*this, x, {rules}, {core})",
-                         f"{fromFn}(*this, x, xIndex, index, len, {rules}, {core})"]
+                if "rules" in attrs:
+                    rules = attrs["rules"]
+                else:
+                    # The rules of a plain row, named after the member.
+                    rules = f"k{name}Rules"
+                    m.defs[defs_file].append(
+                        f"constexpr frame::FormRules {rules}{{.selfIsX = {quote(attrs['self'])},\n"
+                        f"    .complexDiffers = {quote(attrs['cplx'])}}};")
+                calls = [f"frame::InPlace(*this, {rules}, {core})",
+                         f"frame::InPlace(*this, index, len, {rules}, {core})",
+                         f"frame::From(*this, x, {rules}, {core})",
+                         f"frame::From(*this, x, xIndex, index, len, {rules}, {core})"]
                 for f, call in zip(UNARY_FORMS, calls):
                     m.defs[defs_file].append(define("TRovane", name, f, call))
         elif kind in ("arith", "scalar", "reversed", "vecforms"):

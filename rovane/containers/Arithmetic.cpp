@@ -223,7 +223,7 @@ struct ValueFamily {
                 Scratch<F, 1> t(len);
                 const RealAt<F> a(x, xIndex);
                 Ops<F>::Value(a.p, a.i, Narrow<F>(value), t[0], 0, len);
-                self.ExtendToComplex(t.Vec(0), true, 0, index, len);
+                self.ExtendToComplex(t.Vec(), true, 0, index, len);
             } else {
                 const RealAt<F> a(x, xIndex), d(self, index);
                 Ops<F>::Value(a.p, a.i, Narrow<F>(value), d.p, d.i, len);

@@ -4,6 +4,7 @@
 // Internal to the library: included by container .cpp files only.
 #pragma once
 
+#include <optional>
 #include <type_traits>
 
 #include "rovane/containers/Rovane.h"
@@ -145,22 +146,42 @@ private:
     TVec* fCopy = nullptr;
 };
 
-// N real scratch runs of `len` elements of field F, each a cached TVec,
-// given back on scope exit (also when an exception passes).
+// N real scratch runs of `len` elements of field F, given back on scope exit
+// (also when an exception passes). When the runs fit one slot of the cache
+// together, they are slices of one cached TVec, each starting on a 64-byte
+// boundary, so a composition pays one checkout of the cache, not N; longer
+// runs take a TVec each (and each its own slot or block).
 template <class F, int N>
 class Scratch {
 public:
     explicit Scratch(int32_t len) {
+        constexpr int64_t lanes = 64 / sizeof(F);
+        const int64_t stride = (int64_t(len) + lanes - 1) / lanes * lanes;
+        constexpr bool isDouble = std::is_same_v<F, double>;
+        fVec[0].emplace();
+        TVec& first = **fVec[0];
+        // The slot holds CacheLength elements of the double width.
+        const int64_t slot = isDouble ? first.CacheLength() : 2 * int64_t(first.CacheLength());
+        const bool shared = N > 1 && stride * N <= slot;
+        first.Size(shared ? int32_t(stride * N) : len, false, isDouble);
+        for (int k = 1; k < (shared ? 1 : N); ++k) {
+            fVec[k].emplace();
+            (*fVec[k])->Size(len, false, isDouble);
+        }
         for (int k = 0; k < N; ++k) {
-            fVec[k]->Size(len, false, std::is_same_v<F, double>);
-            fPtr[k] = Base<F>(*fVec[k]) + Offset<F>(*fVec[k]);
+            TVec& v = **fVec[shared ? 0 : k];
+            fPtr[k] = Base<F>(v) + Offset<F>(v) + (shared ? stride * k : 0);
         }
     }
     F* operator[](int k) const { return fPtr[k]; }
-    TVec& Vec(int k) const { return *fVec[k]; }
+    // The TVec of a single run (N = 1), for members that need an object.
+    TVec& Vec() const {
+        static_assert(N == 1);
+        return **fVec[0];
+    }
 
 private:
-    CachedVec fVec[N];
+    std::optional<CachedVec> fVec[N];
     F* fPtr[N];
 };
 
@@ -177,12 +198,10 @@ void InChunks(int32_t len, Fn&& fn) {
         fn(offset, len - offset < kCompositionChunk ? len - offset : kCompositionChunk);
 }
 
-// Texts of a unary member: Self = X in the out-of-place form, and unequal
-// complexity in the range form.
-struct UnaryTexts {
-    const char* selfIsX;
-    const char* complexDiffers;
-};
+// Raises EInvalidArgument with text when condition holds.
+inline void RaiseIf(bool condition, const char* text) {
+    if (condition) EInvalidArgumentRaise(text);
+}
 
 // The unary family's range core: writes len elements of dst from src.
 using UnaryCore = void (*)(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, int32_t srcIndex);
@@ -191,13 +210,41 @@ using UnaryCore = void (*)(const TRovane& src, TRovane& dst, int32_t len, int32_
 void CoreFrom(UnaryCore core, const TRovane& x, TRovane& dst, int32_t len, int32_t dstIndex, int32_t xIndex);
 
 
-// The four public forms of a unary member, written once; each ends in the
-// member's range core.
-TRovane& UnaryInPlace(TRovane& self, UnaryCore core);
-TRovane& UnaryInPlace(TRovane& self, int32_t index, int32_t len, UnaryCore core);
-TRovane& UnaryFrom(TRovane& self, const TRovane& x, const UnaryTexts& texts, UnaryCore core);
-TRovane& UnaryFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
-                   const UnaryTexts& texts, UnaryCore core);
+// How a member's result relates to its source.
+enum class ResultKind : uint8_t {
+    Same,      // the kind of the source: the in-place forms keep Self's kind
+    Real,      // real from real or complex; in place, complex Self becomes real
+    Complex,   // complex from real or complex; in place, real Self becomes complex
+    RealOnly,  // real data only, refused whatever ConditionCheck says
+};
+
+// The rules of one member: its result kind and the texts of the checks that
+// apply to that kind (null: the check does not run). Written with designated
+// initializers, so each member names only what differs from the defaults.
+struct FormRules {
+    ResultKind result = ResultKind::Same;
+    const char* selfIsX = nullptr;         // Op(X) with X = Self
+    bool selfIsXAlways = false;            // raised also with ConditionCheck off
+    const char* complexDiffers = nullptr;  // range form, unequal complexity (Complex: null widens Self)
+    bool widensRange = false;              // Same: a complex source widens a real Self in a range form
+    bool realFromX = false;                // Same: the whole form with a source writes a real Self
+    const char* needsComplex = nullptr;    // Real: a real source, refused always
+    const char* rangeNeedsComplex = nullptr;  // Real: the same in a range form, under ConditionCheck
+    const char* complexRange = nullptr;    // Real: a complex destination range
+    bool wholeComplexRange = false;        // Real: a range over all of a complex Self makes it real
+    const char* selfComplex = nullptr;     // RealOnly: a complex Self in place
+    const char* srcSelfComplex = nullptr;  // RealOnly: a complex Self in the range form with a source
+    const char* srcComplex = nullptr;      // RealOnly: a complex source
+    bool kindChecksAlways = true;          // RealOnly: the source checks run also with ConditionCheck off
+};
+
+// The four public forms of every member on the forms frame, written once;
+// each ends in the member's range core.
+TRovane& InPlace(TRovane& self, const FormRules& r, UnaryCore core);
+TRovane& InPlace(TRovane& self, int32_t index, int32_t len, const FormRules& r, UnaryCore core);
+TRovane& From(TRovane& self, const TRovane& x, const FormRules& r, UnaryCore core);
+TRovane& From(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len, const FormRules& r,
+              UnaryCore core);
 
 // Dispatches a range core to fn.template operator()<F, Cplx>(src pointer,
 // dst pointer): F the field type, Cplx whether the destination is complex.

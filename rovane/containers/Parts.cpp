@@ -37,10 +37,6 @@ const TRovane& ShapeOf(const TRovane& first, const TRovane& second) {
     return first.fRovaneType == rvTMtx ? first : second;
 }
 
-void RaiseIf(bool condition, const char* text) {
-    if (condition) EInvalidArgumentRaise(text);
-}
-
 // ---------------------------------------------------------------------------
 // Members on real runs: Sign and the rounding family.
 // ---------------------------------------------------------------------------
@@ -140,6 +136,11 @@ void FixAngleCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstInde
     });
 }
 
+constexpr FormRules FixAngleRules{.result = ResultKind::RealOnly, .selfIsX = "TRovane.FixAngle: Src = Self ",
+                                  .selfComplex = "TRovane.FixAngle: Self is Complex",
+                                  .srcSelfComplex = "TRovane.FixAngle: Self is Complex",
+                                  .srcComplex = "TRovane.FixAngle: Src is Complex", .kindChecksAlways = false};
+
 // ---------------------------------------------------------------------------
 // Real results from real or complex data.
 // ---------------------------------------------------------------------------
@@ -192,81 +193,21 @@ void RealResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIn
     });
 }
 
-// Texts and rules of one member of the real-result family.
-struct RealResultRules {
-    const char* selfIsX;          // Op(X) with X = Self
-    bool selfIsXAlways;           // raised whatever ConditionCheck says
-    const char* needsComplex;     // a real source, refused always; null if accepted
-    const char* rangeNeedsComplex;  // the same in a range form, under ConditionCheck; null: needsComplex
-    const char* complexRange;     // a complex destination range
-    bool wholeComplexRange;       // a range over the whole of a complex Self makes Self real
-};
-
-constexpr RealResultRules AbsRules{"TRovane.Abs: Self = X", false, nullptr, nullptr,
-                                   "Abs (Mag) function is not allowed on complex subrange", true};
-constexpr RealResultRules MagRules{"TRovane.Mag: Self = X", false, nullptr, nullptr,
-                                   "Abs (Mag) function is not allowed on complex subrange", true};
-constexpr RealResultRules RealPartRules{"Self = Vec", true, nullptr, nullptr, "Self.Complex = True", false};
-constexpr RealResultRules ImagPartRules{"Self = Vec", true, "Vec.Complex = False",
-                                        "TRovane.RealPart: Vec must be complex", "Self.Complex = True", false};
-constexpr RealResultRules SpectrumRules{"Self = Vec", true, "Vec.Complex = False", nullptr, "Complex = True", false};
-
-// Source check of a range form.
-void RangeSourceCheck(const TRovane& self, const TRovane& x, const RealResultRules& r) {
-    if (x.fComplex || !r.needsComplex) return;
-    if (r.rangeNeedsComplex)
-        RaiseIf(self.fConditionCheck, r.rangeNeedsComplex);
-    else
-        EInvalidArgumentRaise(r.needsComplex);
-}
-
-TRovane& RealResultInPlace(TRovane& self, const RealResultRules& r, UnaryCore core) {
-    if (self.fComplex) {
-        // The real result can't overwrite its source in the order of the
-        // primitive: one temporary, then Self becomes real.
-        if (self.fLength == 0) {
-            self.Size(self, false);
-            return self;
-        }
-        CachedVec t;
-        t->Copy(self);
-        self.Size(self, false);
-        core(*t, self, self.fLength, 0, 0);
-        return self;
-    }
-    RaiseIf(r.needsComplex != nullptr, r.needsComplex);
-    if (self.fLength > 0) core(self, self, self.fLength, 0, 0);
-    return self;
-}
-
-TRovane& RealResultInPlace(TRovane& self, int32_t index, int32_t len, const RealResultRules& r, UnaryCore core) {
-    self.ValidateParams(index, len);
-    if (self.fComplex)
-        RaiseIf(self.fConditionCheck, r.complexRange);
-    else
-        RangeSourceCheck(self, self, r);
-    if (len > 0) core(self, self, len, index, index);
-    return self;
-}
-
-TRovane& RealResultFrom(TRovane& self, const TRovane& x, const RealResultRules& r, UnaryCore core) {
-    RaiseIf((r.selfIsXAlways || self.fConditionCheck) && &x == &self, r.selfIsX);
-    RaiseIf(!x.fComplex && r.needsComplex, r.needsComplex);
-    self.Size(x, false);
-    if (self.fLength > 0) CoreFrom(core, x, self, self.fLength, 0, 0);
-    return self;
-}
-
-TRovane& RealResultFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
-                        const RealResultRules& r, UnaryCore core) {
-    self.ValidateParams(x, xIndex, index, len);
-    const bool makeReal = self.fComplex && r.wholeComplexRange && index == 0 && len == self.fLength;
-    if (self.fComplex && !makeReal) RaiseIf(self.fConditionCheck, r.complexRange);
-    RangeSourceCheck(self, x, r);
-    if (makeReal) self.Size(self, false);
-    if (len > 0) CoreFrom(core, x, self, len, index, xIndex);
-    return self;
-}
+// Rules of the real-result members.
+constexpr FormRules AbsRules{.result = ResultKind::Real, .selfIsX = "TRovane.Abs: Self = X",
+                             .complexRange = "Abs (Mag) function is not allowed on complex subrange",
+                             .wholeComplexRange = true};
+constexpr FormRules MagRules{.result = ResultKind::Real, .selfIsX = "TRovane.Mag: Self = X",
+                             .complexRange = "Abs (Mag) function is not allowed on complex subrange",
+                             .wholeComplexRange = true};
+constexpr FormRules RealPartRules{.result = ResultKind::Real, .selfIsX = "Self = Vec", .selfIsXAlways = true,
+                                  .complexRange = "Self.Complex = True"};
+constexpr FormRules ImagPartRules{.result = ResultKind::Real, .selfIsX = "Self = Vec", .selfIsXAlways = true,
+                                  .needsComplex = "Vec.Complex = False",
+                                  .rangeNeedsComplex = "TRovane.RealPart: Vec must be complex",
+                                  .complexRange = "Self.Complex = True"};
+constexpr FormRules SpectrumRules{.result = ResultKind::Real, .selfIsX = "Self = Vec", .selfIsXAlways = true,
+                                  .needsComplex = "Vec.Complex = False", .complexRange = "Complex = True"};
 
 // ---------------------------------------------------------------------------
 // Complex results: Conj, MulI, Flip, FlipConj.
@@ -314,61 +255,16 @@ void CplxResultCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIn
     });
 }
 
-struct CplxResultRules {
-    const char* selfIsX;
-    const char* complexDiffers;  // range form with unequal complexity; null: Self is widened instead
-};
+// Conj keeps the kind of its data: in place, real data stays as it is; a
+// range form from complex data widens a real Self.
+constexpr FormRules ConjRules{.selfIsX = "TVec.Conj: Self = Vec", .selfIsXAlways = true, .widensRange = true};
 
-constexpr CplxResultRules MulIRules{"MulI: X = Self", nullptr};
-constexpr CplxResultRules FlipRules{"TRovane.Flip: X = Self", "TRovane.Flip: X.Complex <> Self.Complex"};
-constexpr CplxResultRules FlipConjRules{"X = Self", "TRovane.FlipConj: X.Complex <> Self.Complex"};
-
-TRovane& CplxResultInPlace(TRovane& self, UnaryCore core) {
-    if (self.fComplex) {
-        if (self.fLength > 0) core(self, self, self.fLength, 0, 0);
-        return self;
-    }
-    if (self.fLength == 0) {
-        self.Size(self, true);
-        return self;
-    }
-    CachedVec t;
-    t->Copy(self);
-    self.Size(self, true);
-    core(*t, self, self.fLength, 0, 0);
-    return self;
-}
-
-TRovane& CplxResultInPlace(TRovane& self, int32_t index, int32_t len, UnaryCore core) {
-    self.ValidateParams(index, len);
-    if (self.fComplex) {
-        if (len > 0) core(self, self, len, index, index);
-        return self;
-    }
-    // Real data: the range is computed from a real copy, the rest of Self
-    // keeps its values with zero imaginary parts.
-    CachedVec t;
-    t->Copy(self);
-    self.ExtendToComplex(*t, true);
-    if (len > 0) core(*t, self, len, index, index);
-    return self;
-}
-
-TRovane& CplxResultFrom(TRovane& self, const TRovane& x, const CplxResultRules& r, UnaryCore core) {
-    RaiseIf(self.fConditionCheck && &x == &self, r.selfIsX);
-    self.Size(x, true);
-    if (self.fLength > 0) CoreFrom(core, x, self, self.fLength, 0, 0);
-    return self;
-}
-
-TRovane& CplxResultFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
-                        const CplxResultRules& r, UnaryCore core) {
-    self.ValidateParams(x, xIndex, index, len);
-    RaiseIf(self.fConditionCheck && r.complexDiffers && x.fComplex != self.fComplex, r.complexDiffers);
-    if (!self.fComplex) self.ExtendToComplex(true);
-    if (len > 0) CoreFrom(core, x, self, len, index, xIndex);
-    return self;
-}
+// Rules of the complex-result members; a null complexDiffers widens Self.
+constexpr FormRules MulIRules{.result = ResultKind::Complex, .selfIsX = "MulI: X = Self"};
+constexpr FormRules FlipRules{.result = ResultKind::Complex, .selfIsX = "TRovane.Flip: X = Self",
+                              .complexDiffers = "TRovane.Flip: X.Complex <> Self.Complex"};
+constexpr FormRules FlipConjRules{.result = ResultKind::Complex, .selfIsX = "X = Self",
+                                  .complexDiffers = "TRovane.FlipConj: X.Complex <> Self.Complex"};
 
 // ---------------------------------------------------------------------------
 // Sign function, by the kinds of source and destination.
@@ -386,6 +282,10 @@ void SgnCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, in
             prim::Sgndd(RealAt<F>(src, srcIndex).ptr(), 0, RealAt<F>(dst, dstIndex).ptr(), 0, len);
     });
 }
+
+// Sgn(X) writes a real Self; the range forms take any kinds of source and
+// destination (the four kernels cover them).
+constexpr FormRules SgnRules{.selfIsX = "TRovane.Sgn: Self = Src", .realFromX = true};
 
 // ---------------------------------------------------------------------------
 // Split and join of parts.
@@ -483,24 +383,6 @@ void SplitRange(TRovane& self, TRovane& d1, TRovane& d2, int32_t i1, int32_t i2,
 // Complex results.
 // ---------------------------------------------------------------------------
 
-// Conj keeps the kind of its data: in place, real data stays as it is.
-TRovane& TRovane::Conj() { return UnaryInPlace(*this, CplxResultCore<CplxOp::Conj>); }
-TRovane& TRovane::Conj(int32_t index, int32_t len) {
-    return UnaryInPlace(*this, index, len, CplxResultCore<CplxOp::Conj>);
-}
-TRovane& TRovane::Conj(const TRovane& x) {
-    RaiseIf(&x == this, "TVec.Conj: Self = Vec");
-    Size(x);
-    if (fLength > 0) CoreFrom(CplxResultCore<CplxOp::Conj>, x, *this, fLength, 0, 0);
-    return *this;
-}
-TRovane& TRovane::Conj(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
-    ValidateParams(x, xIndex, index, len);
-    if (x.fComplex && !fComplex) ExtendToComplex(true);
-    if (len > 0) CoreFrom(CplxResultCore<CplxOp::Conj>, x, *this, len, index, xIndex);
-    return *this;
-}
-
 // ---------------------------------------------------------------------------
 // Sign and the rounding family: complex data as independent reals.
 // ---------------------------------------------------------------------------
@@ -545,21 +427,6 @@ TRovane& TRovane::TruncAndFrac(TRovane& truncDst, TRovane& fracDst, int32_t trun
 // ---------------------------------------------------------------------------
 // Sgn and SgnMul.
 // ---------------------------------------------------------------------------
-TRovane& TRovane::Sgn() { return UnaryInPlace(*this, SgnCore); }
-TRovane& TRovane::Sgn(int32_t index, int32_t len) { return UnaryInPlace(*this, index, len, SgnCore); }
-TRovane& TRovane::Sgn(const TRovane& x) {
-    RaiseIf(fConditionCheck && &x == this, "TRovane.Sgn: Self = Src");
-    Size(x, false);
-    if (fLength > 0) CoreFrom(SgnCore, x, *this, fLength, 0, 0);
-    return *this;
-}
-// Any kinds of source and destination: the four kernels cover them.
-TRovane& TRovane::Sgn(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
-    ValidateParams(x, xIndex, index, len);
-    if (len > 0) CoreFrom(SgnCore, x, *this, len, index, xIndex);
-    return *this;
-}
-
 // The container's SgnMul negates where a real source is NaN; the primitive
 // leaves such elements, so a fix-up pass follows it for real sources.
 template <class F, class T>
@@ -644,32 +511,6 @@ TRovane& TRovane::Rem(const TRovane& x, double value, int32_t xIndex, int32_t in
     return *this;
 }
 
-TRovane& TRovane::FixAngle() {
-    RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
-    return UnaryInPlace(*this, FixAngleCore);
-}
-TRovane& TRovane::FixAngle(int32_t index, int32_t len) {
-    RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
-    return UnaryInPlace(*this, index, len, FixAngleCore);
-}
-TRovane& TRovane::FixAngle(const TRovane& x) {
-    if (fConditionCheck) {
-        RaiseIf(&x == this, "TRovane.FixAngle: Src = Self ");
-        RaiseIf(x.fComplex, "TRovane.FixAngle: Src is Complex");
-    }
-    Size(x, false);
-    if (fLength > 0) CoreFrom(FixAngleCore, x, *this, fLength, 0, 0);
-    return *this;
-}
-TRovane& TRovane::FixAngle(const TRovane& x, int32_t xIndex, int32_t index, int32_t len) {
-    ValidateParams(x, xIndex, index, len);
-    if (fConditionCheck) {
-        RaiseIf(x.fComplex, "TRovane.FixAngle: Src is Complex");
-        RaiseIf(fComplex, "TRovane.FixAngle: Self is Complex");
-    }
-    if (len > 0) CoreFrom(FixAngleCore, x, *this, len, index, xIndex);
-    return *this;
-}
 
 // ---------------------------------------------------------------------------
 // Split and join.

@@ -249,46 +249,20 @@ void LogNCore(const TRovane& src, TRovane& dst, int32_t len, int32_t dstIndex, i
     });
 }
 
-// Texts of a real-only member: Self complex in the in-place forms, and the
-// three reports of the forms with a source.
-struct RealOnlyTexts {
-    const char* selfComplex;
-    const char* srcSelfComplex;
-    const char* srcComplex;
-    const char* selfIsSrc;
-};
-constexpr RealOnlyTexts kErfTexts{"TRovane.Erf: Self.Complex = True", "TRovane.Erf: Self.Complex = True",
-                                  "TRovane.Erf: Src.Complex = True", "TRovane.Erf: Self = Src"};
-constexpr RealOnlyTexts kErfcTexts{"TRovane.Erfc: Self.Complex = True", "TRovane.Erfc: Self.Complex = True",
-                                   "TRovane.Erfc: Src.Complex = True", "TRovane.Erfc: Self = Src"};
-// ErfInv's forms with a source report under the name Erfc.
-constexpr RealOnlyTexts kErfInvTexts{"TRovane.ErfInv: Self.Complex = True", "TRovane.Erfc: Self.Complex = True",
-                                     "TRovane.Erfc: Src.Complex = True", "TRovane.Erfc: Self = Src"};
-
-TRovane& RealOnlyInPlace(TRovane& self, const RealOnlyTexts& texts, UnaryCore core) {
-    if (self.fComplex) EInvalidArgumentRaise(texts.selfComplex);
-    return UnaryInPlace(self, core);
-}
-TRovane& RealOnlyInPlace(TRovane& self, int32_t index, int32_t len, const RealOnlyTexts& texts, UnaryCore core) {
-    if (self.fComplex) EInvalidArgumentRaise(texts.selfComplex);
-    return UnaryInPlace(self, index, len, core);
-}
-TRovane& RealOnlyFrom(TRovane& self, const TRovane& x, const RealOnlyTexts& texts, UnaryCore core) {
-    if (&x == &self) EInvalidArgumentRaise(texts.selfIsSrc);
-    if (x.fComplex) EInvalidArgumentRaise(texts.srcComplex);
-    self.Size(x);
-    if (self.fLength > 0) CoreFrom(core, x, self, self.fLength, 0, 0);
-    return self;
-}
-TRovane& RealOnlyFrom(TRovane& self, const TRovane& x, int32_t xIndex, int32_t index, int32_t len,
-                      const RealOnlyTexts& texts, UnaryCore core) {
-    if (&x == &self) EInvalidArgumentRaise(texts.selfIsSrc);
-    if (x.fComplex) EInvalidArgumentRaise(texts.srcComplex);
-    if (self.fComplex) EInvalidArgumentRaise(texts.srcSelfComplex);
-    self.ValidateParams(x, xIndex, index, len);
-    if (len > 0) CoreFrom(core, x, self, len, index, xIndex);
-    return self;
-}
+// Rules of the real-only members. ErfInv's forms with a source report under
+// the name Erfc.
+constexpr FormRules ErfRules{.result = ResultKind::RealOnly, .selfIsX = "TRovane.Erf: Self = Src",
+                              .selfIsXAlways = true, .selfComplex = "TRovane.Erf: Self.Complex = True",
+                              .srcSelfComplex = "TRovane.Erf: Self.Complex = True",
+                              .srcComplex = "TRovane.Erf: Src.Complex = True"};
+constexpr FormRules ErfcRules{.result = ResultKind::RealOnly, .selfIsX = "TRovane.Erfc: Self = Src",
+                               .selfIsXAlways = true, .selfComplex = "TRovane.Erfc: Self.Complex = True",
+                               .srcSelfComplex = "TRovane.Erfc: Self.Complex = True",
+                               .srcComplex = "TRovane.Erfc: Src.Complex = True"};
+constexpr FormRules ErfInvRules{.result = ResultKind::RealOnly, .selfIsX = "TRovane.Erfc: Self = Src",
+                                 .selfIsXAlways = true, .selfComplex = "TRovane.ErfInv: Self.Complex = True",
+                                 .srcSelfComplex = "TRovane.Erfc: Self.Complex = True",
+                                 .srcComplex = "TRovane.Erfc: Src.Complex = True"};
 
 // ---------------------------------------------------------------------------
 // Powers.

@@ -20,7 +20,14 @@ TMtxFloatPrecision PrecisionOf(bool complex, bool isDouble) {
     return static_cast<TMtxFloatPrecision>((complex ? 2 : 0) + (isDouble ? 1 : 0));
 }
 
-const TRovane* AsFloat(const TRovaneBase& src) { return dynamic_cast<const TRovane*>(&src); }
+// The float container behind src, or null. Vectors and matrices answer by
+// their type tag (a dynamic_cast across the library boundary compares type
+// names, which showed in the cost of every sized call); other kinds ask.
+const TRovane* AsFloat(const TRovaneBase& src) {
+    if (src.fRovaneType == rvTVec || src.fRovaneType == rvTMtx) return static_cast<const TRovane*>(&src);
+    if (src.fRovaneType == rvTVecInt || src.fRovaneType == rvTMtxInt) return nullptr;
+    return dynamic_cast<const TRovane*>(&src);
+}
 
 // The core of sizing, shared by vectors and matrices: length and precision,
 // precision lock, memory by slot or capacity, header. `kind` names the class

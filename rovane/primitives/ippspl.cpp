@@ -203,6 +203,8 @@ ROVANE_PAIR_C(ROVANE_C_SPLIT, ippsCplxToReal_64fc_Idx, sippsCplxToReal_32fc_Idx,
 ROVANE_PAIR_C(ROVANE_R_JOIN, ippsPolarToCart_64fc_Idx, sippsPolarToCart_32fc_Idx, PolarToCart)
 ROVANE_PAIR_C(ROVANE_R_JOIN, ippsRealToCplx_64f_Idx, sippsRealToCplx_32f_Idx, RealToCplx)
 
+// Reversed and conjugated: a backward walk that only moves parts; the loop
+// is memory-bound and needs no kernel of its own.
 #define ROVANE_D_CONJFLIP(N, F, C)                                                             \
     IppStatus N(const C* x, int32_t xIndex, C* d, int32_t dIndex, int32_t len) {               \
         const IppStatus st = CheckArgs(len, x, d);                                             \
@@ -215,6 +217,9 @@ ROVANE_PAIR_C(ROVANE_R_JOIN, ippsRealToCplx_64f_Idx, sippsRealToCplx_32f_Idx, Re
     }
 ROVANE_PAIR_C(ROVANE_D_CONJFLIP, ippsConjFlip_64fc_Idx, sippsConjFlip_32fc_Idx)
 
+// Complex square root one element at a time: each element takes its own
+// scaling against overflow and its own branch-cut sign (SqrtC), which a
+// vector path would have to redo in every lane.
 #define ROVANE_D_CSQRT(N, F, C) \
     IppStatus N(const C* x, int32_t xIndex, C* d, int32_t dIndex, int32_t len) { return Each(x, xIndex, d, dIndex, len, SqrtC<C>); }
 #define ROVANE_D_CSQRT_I(N, F, C) \
@@ -258,6 +263,9 @@ ROVANE_PAIR(ROVANE_D_LD, ippsErfInv_64f_A53_Idx, sippsErfInv_32f_A24_Idx, ErfInv
 ROVANE_PAIR(ROVANE_D_LD, ippsInvSqrt_64f_A53_Idx, sippsInvSqrt_32f_A24_Idx, 1 / sqrtl(t))
 ROVANE_PAIR(ROVANE_D_LD, ippsInvCbrt_64f_A53_Idx, sippsInvCbrt_32f_A24_Idx, 1 / cbrtl(t))
 
+// Complex powers one element at a time: the zero, infinity and branch rules
+// of the scalar PowC decide most of each element; the containers send the
+// bulk of real powers through the table (Powx) instead.
 #define ROVANE_D_CPOW(N, F, C)                                                                             \
     IppStatus N(const C* x, int32_t xIndex, const C* y, int32_t yIndex, C* d, int32_t dIndex, int32_t len) { \
         const IppStatus st = CheckArgs(len, x, y, d);                                                      \

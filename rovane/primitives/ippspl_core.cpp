@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <thread>
+#include <utility>
 
 #include "rovane/primitives/kernels/Dispatch.h"
+#include "rovane/storage/Platform.h"
 
 namespace rovane {
 
@@ -26,38 +28,35 @@ const char* ippGetStatusString(IppStatus status) {
 
 std::string ippGetStatusStr(IppStatus status) { return ippGetStatusString(status); }
 
+// The services answer from the platform queries, the one probe of the
+// processor and the operating system.
 uint64_t ippGetCpuFeatures() {
-    __builtin_cpu_init();
+    const TCpuFeatures& c = CpuFeatures();
     uint64_t f = 0;
-    if (__builtin_cpu_supports("sse2")) f |= ippCPUID_SSE2;
-    if (__builtin_cpu_supports("sse3")) f |= ippCPUID_SSE3;
-    if (__builtin_cpu_supports("ssse3")) f |= ippCPUID_SSSE3;
-    if (__builtin_cpu_supports("sse4.1")) f |= ippCPUID_SSE41;
-    if (__builtin_cpu_supports("sse4.2")) f |= ippCPUID_SSE42;
-    if (__builtin_cpu_supports("avx")) f |= ippCPUID_AVX;
-    if (__builtin_cpu_supports("avx2")) f |= ippCPUID_AVX2;
-    if (__builtin_cpu_supports("fma")) f |= ippCPUID_FMA;
-    if (__builtin_cpu_supports("avx512f")) f |= ippCPUID_AVX512F;
-    if (__builtin_cpu_supports("avx512dq")) f |= ippCPUID_AVX512DQ;
-    if (__builtin_cpu_supports("avx512bw")) f |= ippCPUID_AVX512BW;
-    if (__builtin_cpu_supports("avx512vl")) f |= ippCPUID_AVX512VL;
+    const std::pair<bool, uint64_t> bits[] = {
+        {c.sse2, ippCPUID_SSE2},     {c.sse3, ippCPUID_SSE3},         {c.ssse3, ippCPUID_SSSE3},
+        {c.sse41, ippCPUID_SSE41},   {c.sse42, ippCPUID_SSE42},       {c.avx, ippCPUID_AVX},
+        {c.avx2, ippCPUID_AVX2},     {c.fma, ippCPUID_FMA},           {c.avx512f, ippCPUID_AVX512F},
+        {c.avx512dq, ippCPUID_AVX512DQ}, {c.avx512bw, ippCPUID_AVX512BW}, {c.avx512vl, ippCPUID_AVX512VL}};
+    for (const auto& [has, bit] : bits)
+        if (has) f |= bit;
     return f;
 }
 
+// The clock when the operating system tells it, else a nominal 1000 MHz.
 IppStatus ippGetCpuFreqMhz(int32_t& mhz) {
-    mhz = 1000;
+    const int32_t f = CpuFreqMhz();
+    mhz = f > 0 ? f : 1000;
     return ippStsNoErr;
 }
 
 IppStatus ippGetMaxCacheSizeB(int32_t& bytes) {
-    bytes = 0;
+    const int64_t b = MaxCacheSizeBytes();
+    bytes = b > INT32_MAX ? INT32_MAX : static_cast<int32_t>(b);
     return ippStsNoErr;
 }
 
-int32_t ippGetNumCoresOnDie() {
-    const unsigned n = std::thread::hardware_concurrency();
-    return n == 0 ? 1 : static_cast<int32_t>(n);
-}
+int32_t ippGetNumCoresOnDie() { return NumCoresOnDie(); }
 
 // The layer runs on the calling thread only: the count is always one.
 IppStatus ippGetNumThreads(int32_t& n) {
@@ -67,7 +66,10 @@ IppStatus ippGetNumThreads(int32_t& n) {
 
 IppStatus ippSetNumThreads(int32_t n) { return n < 1 ? ippStsSizeErr : 1; }
 
-IppStatus ippSetDenormAreZeros(int32_t) { return ippStsNoErr; }
+IppStatus ippSetDenormAreZeros(int32_t flag) {
+    SetDenormalsAreZeroForThread(flag != 0);
+    return ippStsNoErr;
+}
 
 // ---------------------------------------------------------------------------
 // Kernel table choice.
@@ -75,15 +77,12 @@ IppStatus ippSetDenormAreZeros(int32_t) { return ippStsNoErr; }
 namespace {
 
 bool IsaSupported(TPrimitiveIsa isa) {
-    __builtin_cpu_init();
+    const TCpuFeatures& c = CpuFeatures();
     switch (isa) {
         case piReference:
         case piBaseline: return true;
-        case piAvx2: return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-        case piAvx512:
-            return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
-                   __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512bw") &&
-                   __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+        case piAvx2: return c.avx2 && c.fma;
+        case piAvx512: return c.avx512f && c.avx512dq && c.avx512vl && c.avx512bw && c.avx2 && c.fma;
     }
     return false;
 }

@@ -341,10 +341,9 @@ void TRovaneController::SetDenormalsAreZero(bool value) {
     if (value == FDenormalsAreZero) return;
     const IppStatus status = ippSetDenormAreZeros(value ? 1 : 0);
     if (status < 0) ERaise("TRovaneController.SetDenormalsAreZero: " + ippGetStatusStr(status));
-    // Process-wide: the calling thread switches now, every loop worker and
+    // Process-wide: the calling thread switched above, every loop worker and
     // library thread reads the flag at the start of its work.
     FDenormalsAreZero = value;
-    SetDenormalsAreZeroForThread(value);
 }
 
 void TRovaneController::SetThreadingMode(TThreadingMode value) {

@@ -25,18 +25,37 @@ std::atomic<int32_t> primitiveThreads{1};
 
 int32_t NumCoresOnDie() { return static_cast<int32_t>(std::max(1u, std::thread::hardware_concurrency())); }
 
-uint64_t CpuFeatureWord() {
-    uint64_t w = 0;
+namespace {
+TCpuFeatures Probe() {
+    TCpuFeatures f;
 #if defined(__x86_64__) || defined(__i386__)
     __builtin_cpu_init();
-    if (__builtin_cpu_supports("sse2")) w |= 1u << 0;
-    if (__builtin_cpu_supports("sse4.1")) w |= 1u << 1;
-    if (__builtin_cpu_supports("avx")) w |= 1u << 2;
-    if (__builtin_cpu_supports("avx2")) w |= 1u << 3;
-    if (__builtin_cpu_supports("fma")) w |= 1u << 4;
-    if (__builtin_cpu_supports("avx512f")) w |= 1u << 5;
+    f.sse2 = __builtin_cpu_supports("sse2");
+    f.sse3 = __builtin_cpu_supports("sse3");
+    f.ssse3 = __builtin_cpu_supports("ssse3");
+    f.sse41 = __builtin_cpu_supports("sse4.1");
+    f.sse42 = __builtin_cpu_supports("sse4.2");
+    f.avx = __builtin_cpu_supports("avx");
+    f.avx2 = __builtin_cpu_supports("avx2");
+    f.fma = __builtin_cpu_supports("fma");
+    f.avx512f = __builtin_cpu_supports("avx512f");
+    f.avx512dq = __builtin_cpu_supports("avx512dq");
+    f.avx512bw = __builtin_cpu_supports("avx512bw");
+    f.avx512vl = __builtin_cpu_supports("avx512vl");
 #endif
-    return w;
+    return f;
+}
+}  // namespace
+
+const TCpuFeatures& CpuFeatures() {
+    static const TCpuFeatures features = Probe();
+    return features;
+}
+
+uint64_t CpuFeatureWord() {
+    const TCpuFeatures& f = CpuFeatures();
+    return uint64_t(f.sse2) << 0 | uint64_t(f.sse41) << 1 | uint64_t(f.avx) << 2 | uint64_t(f.avx2) << 3 |
+           uint64_t(f.fma) << 4 | uint64_t(f.avx512f) << 5;
 }
 
 int32_t CpuFreqMhz() {

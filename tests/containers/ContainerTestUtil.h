@@ -2,6 +2,8 @@
 #pragma once
 
 #include <gtest/gtest.h>
+
+#include "NumericTestUtil.h"
 #include <rovane/Rovane.h>
 
 #include <cmath>
@@ -26,16 +28,7 @@ inline std::vector<double> Reals(const TRovane& v) {
     return out;
 }
 
-// Runs f and expects an exception of class E with exactly this text.
-template <class E, class F>
-void ExpectMessage(F&& f, const std::string& text) {
-    try {
-        f();
-        ADD_FAILURE() << "no exception, expected: " << text;
-    } catch (const E& e) {
-        EXPECT_EQ(std::string(e.what()), text);
-    }
-}
+using test_util::ExpectMessage;
 
 // Element-wise equality of two runs, NaN matching NaN.
 inline void ExpectRun(const std::vector<double>& got, const std::vector<double>& want) {

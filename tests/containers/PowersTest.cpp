@@ -22,23 +22,10 @@ void Make(TVec& v, const std::vector<double>& values, bool complex, bool isDoubl
     v.SetIt(complex, std::span<const double>(values));
 }
 
-// Distance in units of the last place of F between two values of F.
+// Distance in units of the last place of F between two values rounded to F.
 template <class F>
 int64_t Ulps(double a, double b) {
-    const F fa = static_cast<F>(a), fb = static_cast<F>(b);
-    if (std::isnan(fa) && std::isnan(fb)) return 0;
-    if (std::isnan(fa) || std::isnan(fb)) return INT64_MAX;
-    if (fa == fb) return 0;
-    auto ordered = [](F v) -> int64_t {
-        if constexpr (sizeof(F) == 8) {
-            const auto b = std::bit_cast<int64_t>(v);
-            return b < 0 ? INT64_MIN - b : b;
-        } else {
-            const auto b = static_cast<int64_t>(std::bit_cast<int32_t>(v));
-            return b < 0 ? int64_t(INT32_MIN) - b : b;
-        }
-    };
-    return std::llabs(ordered(fa) - ordered(fb));
+    return test_util::UlpDistance<F>(static_cast<F>(a), static_cast<F>(b));
 }
 
 // Element by element within tol units of the last place of F.

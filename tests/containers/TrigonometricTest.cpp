@@ -18,13 +18,10 @@ using LD = long double;
 using CLD = std::complex<long double>;
 using Member = TRovane& (TRovane::*)(const TRovane&);
 
-// Distance of got from the exact value in units of the last place of the
-// precision at the exact value.
+// Error of got against the exact value in units in the last place of the
+// precision.
 double Ulps(double got, LD exact, bool isDouble) {
-    const double a = std::fabs(static_cast<double>(exact));
-    const double ulp = isDouble ? std::nextafter(a, INFINITY) - a
-                                : std::nextafter(static_cast<float>(a), INFINITY) - static_cast<float>(a);
-    return static_cast<double>(std::fabs(static_cast<LD>(got) - exact) / ulp);
+    return isDouble ? test_util::UlpError<double>(got, exact) : test_util::UlpError<float>(float(got), exact);
 }
 
 TCplx At(const TVec& v, int32_t i) { return {v[2 * i], v[2 * i + 1]}; }
@@ -37,8 +34,8 @@ void FillCplx(TVec& v, const std::vector<TCplx>& z, bool isDouble = true) {
     }
 }
 
-// Bitwise equality that lets NaN equal NaN.
-bool Same(double a, double b) { return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0; }
+using test_util::BitSame;
+bool Same(double a, double b) { return BitSame(a, b); }
 #define EXPECT_SAME(got, want) \
     EXPECT_TRUE(Same((got).Re, (want).Re) && Same((got).Im, (want).Im)) << (got).Re << "," << (got).Im
 

@@ -13,25 +13,7 @@ using primtest::IsaTest;
 
 namespace {
 
-// Error of `got` against the exact value `ref` in ULPs of type F. A reference
-// beyond the finite range must come back as the infinity of its sign.
-template <class F>
-double UlpError(F got, long double ref) {
-    if (std::isnan(ref)) return std::isnan(got) ? 0 : INFINITY;
-    const long double maxf = std::numeric_limits<F>::max();
-    if (std::isinf(static_cast<F>(ref)) || fabsl(ref) > maxf) {
-        if (std::isinf(got) && std::signbit(got) == std::signbit(ref)) return 0;
-        // Within one ULP of the limit the largest finite value is acceptable.
-        const long double over = (fabsl(ref) - maxf) / ldexpl(1, std::numeric_limits<F>::max_exponent - std::numeric_limits<F>::digits);
-        return std::isfinite(got) ? static_cast<double>(over) : INFINITY;
-    }
-    if (std::isnan(got) || std::isinf(got)) return INFINITY;
-    int e;
-    frexpl(ref, &e);
-    const int minExp = std::numeric_limits<F>::min_exponent - std::numeric_limits<F>::digits;  // exponent of the least subnormal
-    const int ulpExp = std::max(e - std::numeric_limits<F>::digits, minExp);
-    return static_cast<double>(fabsl(static_cast<long double>(got) - ref) / ldexpl(1, ulpExp));
-}
+using test_util::UlpError;
 
 // Arguments: uniform on [lo, hi] plus the listed edges.
 template <class F>

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "NumericTestUtil.h"
+
 #include <cstdint>
 #include <random>
 #include <string>

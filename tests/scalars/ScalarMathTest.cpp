@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "NumericTestUtil.h"
+
 #include <cmath>
 #include <complex>
 #include <cstdint>
@@ -16,23 +18,7 @@ namespace {
 using L = long double;
 using CL = std::complex<long double>;
 
-// Distance in units in the last place between two finite values of one type.
-int64_t UlpDistance(double a, double b) {
-    auto key = [](double x) {
-        const int64_t i = std::bit_cast<int64_t>(x);
-        return i < 0 ? std::numeric_limits<int64_t>::min() - i : i;
-    };
-    const int64_t d = key(a) - key(b);
-    return d < 0 ? -d : d;
-}
-int64_t UlpDistance(float a, float b) {
-    auto key = [](float x) {
-        const int32_t i = std::bit_cast<int32_t>(x);
-        return int64_t(i < 0 ? std::numeric_limits<int32_t>::min() - i : i);
-    };
-    const int64_t d = key(a) - key(b);
-    return d < 0 ? -d : d;
-}
+using test_util::UlpDistance;
 
 // Exact real results, {got, want} each; a NaN wants a NaN.
 void ExpectExactReal(std::initializer_list<std::pair<double, double>> cases) {

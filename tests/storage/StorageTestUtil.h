@@ -4,32 +4,15 @@
 #include <gtest/gtest.h>
 #include <rovane/Rovane.h>
 
+#include "NumericTestUtil.h"
+
 #include <functional>
 #include <string>
-#include <typeinfo>
 #include <vector>
 
 namespace storage_test {
 
-// Runs f and expects an exception of exactly class E with exactly `text`.
-template <class E>
-::testing::AssertionResult Raises(const std::function<void()>& f, const std::string& text) {
-    try {
-        f();
-    } catch (const rovane::ERovaneException& e) {
-        if (typeid(e) != typeid(E))
-            return ::testing::AssertionFailure() << "wrong class " << typeid(e).name() << ": " << e.what();
-        if (text != e.what())
-            return ::testing::AssertionFailure() << "text\n  got:  [" << e.what() << "]\n  want: [" << text << "]";
-        return ::testing::AssertionSuccess();
-    } catch (const std::exception& e) {
-        return ::testing::AssertionFailure() << "foreign exception: " << e.what();
-    }
-    return ::testing::AssertionFailure() << "nothing raised, expected: " << text;
-}
-
-// Expects `stmt` to raise exactly class E with exactly the given text.
-#define EXPECT_RAISES(E, stmt, ...) EXPECT_TRUE(storage_test::Raises<E>([&] { stmt; }, __VA_ARGS__))
+using test_util::Raises;
 
 // Collects the texts sent to the report channel while it lives.
 class ReportCollector {

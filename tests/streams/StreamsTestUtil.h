@@ -2,6 +2,8 @@
 #pragma once
 
 #include <gtest/gtest.h>
+
+#include "NumericTestUtil.h"
 #include <rovane/Rovane.h>
 
 #include <cmath>
@@ -13,16 +15,7 @@
 
 namespace rovane::test {
 
-// Runs f and expects an exception of class E with exactly this text.
-template <class E, class F>
-void ExpectMessage(F&& f, const std::string& text) {
-    try {
-        f();
-        ADD_FAILURE() << "no exception, expected: " << text;
-    } catch (const E& e) {
-        EXPECT_EQ(std::string(e.what()), text);
-    }
-}
+using test_util::ExpectMessage;
 
 // Observable state of a container: shape, flags, tag, caption and values.
 struct State {

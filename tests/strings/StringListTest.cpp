@@ -1,5 +1,7 @@
 // The string list, its counted form and the StringList record.
 #include <gtest/gtest.h>
+
+#include "NumericTestUtil.h"
 #include <rovane/Rovane.h>
 
 #include <atomic>
@@ -11,15 +13,7 @@
 namespace rovane::test {
 namespace {
 
-template <class E, class F>
-void ExpectMessage(F&& f, const std::string& text) {
-    try {
-        f();
-        ADD_FAILURE() << "no exception, expected: " << text;
-    } catch (const E& e) {
-        EXPECT_EQ(std::string(e.what()), text);
-    }
-}
+using test_util::ExpectMessage;
 
 std::vector<std::string> Lines(const TStringList& l) { return std::vector<std::string>(l.begin(), l.end()); }
 
