@@ -16,6 +16,27 @@ IDE find every name):
   ContractTable.gen.inc   (in tests/contract/) the member list of the
                           contract sweep test
 
+The expression records (rovane/records/) forward the same rows; into
+rovane/records/generated/ go:
+
+  <Record>.members.h      declarations inside class Vector (rows of TRovane,
+                          TDenseRovane, TVec), Matrix (TRovane, TDenseRovane,
+                          TMtx), VectorInt (TRovaneInt, TVecInt), MatrixInt
+                          (TRovaneInt, TMtxInt): chaining rows return the
+                          record, value rows their value (a value row that
+                          returns its own object, `TDenseRovane&`, chains)
+  <Record>.members.inc    their one-line definitions (Data().Name(args)),
+                          compiled in records/Records.cpp and RecordsInt.cpp
+  Free.h, FreeInt.h       free functions of both shapes: `Rec Name(const Rec&
+                          src, rest)` for a chaining row whose first parameter
+                          is a source and that has an in-place twin Name(rest),
+                          with an overload on a temporary that works in place;
+                          `Ret Name(const Rec& record, params)` for every value
+                          row (it wins where both give one parameter list)
+  Free.inc, FreeInt.inc   their definitions
+
+Names the records write by hand (RECORD_HAND, RECORD_PROPS) are skipped.
+
 Usage: tools/gen_members.py            rewrite the generated files
        tools/gen_members.py --check    exit 1 if any generated file is stale
 

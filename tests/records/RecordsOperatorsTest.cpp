@@ -163,6 +163,13 @@ TEST(RecordOperators, MatrixTimesMatrixIsElementwiseAndNeedsEqualShapes) {
         EXPECT_EQ(mv[i], a[i] * v[i]);
         EXPECT_EQ(vm[i], v[i] * a[i]);
     }
+    EXPECT_EQ(TextOf([] { Matrix bad({{1, 2}, {3}}); }), "Matrix: rows of unequal length");
+    T2DDoubleArray rows{TDoubleArray{1, 2}, TDoubleArray{3, 4}};
+    Matrix fromRows = rows;  // implicit from rows
+    EXPECT_TRUE(fromRows == Matrix({{1, 2}, {3, 4}}));
+    Matrix oneRow = TDoubleArray{5, 6, 7};  // implicit: one row
+    EXPECT_EQ(oneRow.Rows(), 1);
+    EXPECT_EQ(oneRow.Cols(), 3);
     Matrix s = (a + b) * 2.0 - a / b;
     for (int32_t i = 0; i < 6; ++i) EXPECT_EQ(s[i], (a[i] + b[i]) * 2.0 - a[i] / b[i]);
 }
