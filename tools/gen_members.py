@@ -420,10 +420,16 @@ def param_types(params):
 def record_decls(m, rec):
     """The rows a record forwards, one per distinct parameter list (the
     first row wins; the object's own overload resolution picks the member)."""
-    _, bases, _ = RECORDS[rec]
+    obj, bases, _ = RECORDS[rec]
+    # Value rows of a base class are not forwarded into the object's class
+    # (Chain.h forwards chaining rows only), so rows of the object's own
+    # class with the same name hide them there.
+    own = {d.name for d in m.decls if d.cls == obj}
     seen, out = set(), []
     for d in m.decls:
         if d.cls not in bases or d.name in RECORD_HAND or hand_clash(d):
+            continue
+        if d.ret is not None and d.cls != obj and d.name in own:
             continue
         # A value row that returns its own object (`TDenseRovane&`) chains on
         # the record like a method row.
@@ -502,6 +508,7 @@ def record_free_functions(m, rec):
         ps = split_params(d.params)
         if d.ret is not None:
             f = FreeFn(d, rec, 2, ", ".join([f"const {rec}& record"] + ps), ps)
+            f.twin = False
             values.setdefault(f.key(), f)
             continue
         if not ps:
@@ -512,15 +519,31 @@ def record_free_functions(m, rec):
         rest = ps[1:]
         if any(is_index_param(p) or is_output_param(p) for p in rest):
             continue
-        # Only a member with an in-place twin (Sin() beside Sin(X)) sizes
-        # Self from its source; Add(Vec) or AddScaled(Vec, F) update Self.
-        if (d.name, tuple(param_type(p) for p in rest)) not in inplace:
+        # A member with an in-place twin (Sin() beside Sin(X)) sizes Self
+        # from its source, and so does a member of the object's own class
+        # on two sources (TMtx.Mul(A, B), the product); Add(Vec),
+        # AddScaled(Vec, F) or AddProduct(A, B) of the base classes update
+        # Self and have no free form.
+        twin = (d.name, tuple(param_type(p) for p in rest)) in inplace
+        two = d.cls == obj and len(ps) >= 2 and SOURCE_RE.match(param_type(ps[1]))
+        if not twin and not two:
             continue
         f = FreeFn(d, rec, 1, ", ".join([f"const {rec}& {param_name(ps[0])}"] + rest), rest)
+        f.twin = twin
         chains.setdefault(f.key(), f)
+    # Where the object's class has its own two-source form (TMtx.Mul(A, B),
+    # the product), the base class's two-source form of that name
+    # (elementwise Mul(Vec1, Vec2)) has no free form for this record: it
+    # would compete with it, and Mul(A, B) on matrices means the product.
+    def two_sources(f):
+        ps = split_params(f.d.params)
+        return len(ps) >= 2 and SOURCE_RE.match(param_type(ps[1]))
+    own_two = {f.d.name for f in chains.values() if f.d.cls == obj and two_sources(f)}
+    chains = {k: f for k, f in chains.items()
+              if not (f.d.cls != obj and f.d.name in own_two and two_sources(f))}
     out = list(values.values()) + [f for k, f in chains.items() if k not in values]
     for f in out:
-        f.inplace = f.shape == 1
+        f.inplace = f.shape == 1 and f.twin
     return sorted(out, key=lambda f: (f.d.name, f.shape))
 
 
