@@ -16,6 +16,27 @@ IDE find every name):
   ContractTable.gen.inc   (in tests/contract/) the member list of the
                           contract sweep test
 
+The expression records (rovane/records/) forward the same rows; into
+rovane/records/generated/ go:
+
+  <Record>.members.h      declarations inside class Vector (rows of TRovane,
+                          TDenseRovane, TVec), Matrix (TRovane, TDenseRovane,
+                          TMtx), VectorInt (TRovaneInt, TVecInt), MatrixInt
+                          (TRovaneInt, TMtxInt): chaining rows return the
+                          record, value rows their value (a value row that
+                          returns its own object, `TDenseRovane&`, chains)
+  <Record>.members.inc    their one-line definitions (Data().Name(args)),
+                          compiled in records/Records.cpp and RecordsInt.cpp
+  Free.h, FreeInt.h       free functions of both shapes: `Rec Name(const Rec&
+                          src, rest)` for a chaining row whose first parameter
+                          is a source and that has an in-place twin Name(rest),
+                          with an overload on a temporary that works in place;
+                          `Ret Name(const Rec& record, params)` for every value
+                          row (it wins where both give one parameter list)
+  Free.inc, FreeInt.inc   their definitions
+
+Names the records write by hand (RECORD_HAND, RECORD_PROPS) are skipped.
+
 Usage: tools/gen_members.py            rewrite the generated files
        tools/gen_members.py --check    exit 1 if any generated file is stale
 
@@ -358,6 +379,27 @@ RECORDS = {
 RECORD_HAND = {"Size", "Resize", "Adopt", "Disown", "Assign", "Select", "SelectAll", "SizeFromArray",
                "SizeToArray", "EnableSelect", "DisableSelect", "EnableSubrange", "DisableSubrange"}
 CHAIN_RET_RE = re.compile(r"^(TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)\s*&$")
+# Properties and element access written by hand on the records: a row of
+# the same name is skipped where it would clash (a getter without
+# parameters, a setter of one); other overloads of the name are forwarded.
+RECORD_PROPS = {"Length", "SetLength", "Complex", "SetComplex", "IsDouble", "FloatPrecision", "SetFloatPrecision",
+                "Capacity", "CapacityStep", "SetCapacityStep", "Precision", "SetPrecision", "Rounding", "SetRounding",
+                "ConditionCheck", "SetConditionCheck", "Alfa", "SetAlfa", "Beta", "SetBeta", "ZeroTolerance",
+                "SetZeroTolerance", "Caption", "SetCaption", "Tag", "SetTag", "IsSubRange", "SubRangeLevel",
+                "BlockEnd", "First", "Firstc", "Last", "Lastc", "FFTScrambled", "FFTOddLength", "RealValues",
+                "ComplexValues", "Rows", "Cols", "LeadingCols", "Quadratic", "IntPrecision", "CreateFromCache",
+                "AssignWithoutCopy", "Born", "Shared", "Object", "Data"}
+RECORD_ELEMENTS = {"Values", "CValues", "SValues", "SCValues", "PValues1D", "PCValues1D", "PSValues1D",
+                   "PSCValues1D", "SetElement", "PIValues", "PSValues", "PBValues"}
+
+
+def hand_clash(d):
+    n = len(split_params(d.params))
+    if d.name in RECORD_PROPS:
+        return n == 0 or (d.name.startswith("Set") and n == 1)
+    return d.name in RECORD_ELEMENTS and n <= 2
+
+
 SOURCE_RE = re.compile(r"^const (TRovane|TDenseRovane|TVec|TMtx|TRovaneInt|TVecInt|TMtxInt)&$")
 
 
@@ -384,11 +426,17 @@ def record_decls(m, rec):
     classes of the object's line declare the same form, the most derived
     one wins (TMtx.CumSum over the flat TDenseRovane.CumSum), as a call on
     the object would pick it; the forwarders call it by its class."""
-    _, bases, _ = RECORDS[rec]
+    obj, bases, _ = RECORDS[rec]
+    # Value rows of a base class are not forwarded into the object's class
+    # (Chain.h forwards chaining rows only), so rows of the object's own
+    # class with the same name hide them there.
+    own = {d.name for d in m.decls if d.cls == obj}
     rank = {c: i for i, c in enumerate(ORDER)}
     at, out = {}, []
     for d in m.decls:
-        if d.cls not in bases or d.name in RECORD_HAND:
+        if d.cls not in bases or d.name in RECORD_HAND or hand_clash(d):
+            continue
+        if d.ret is not None and d.cls != obj and d.name in own:
             continue
         # A value row that returns its own object (`TDenseRovane&`) chains on
         # the record like a method row.
@@ -473,6 +521,7 @@ def record_free_functions(m, rec):
         ps = split_params(d.params)
         if d.ret is not None:
             f = FreeFn(d, rec, 2, ", ".join([f"const {rec}& record"] + ps), ps)
+            f.twin = False
             values.setdefault(f.key(), f)
             continue
         if not ps:
@@ -483,15 +532,31 @@ def record_free_functions(m, rec):
         rest = ps[1:]
         if any(is_index_param(p) or is_output_param(p) for p in rest):
             continue
-        # Only a member with an in-place twin (Sin() beside Sin(X)) sizes
-        # Self from its source; Add(Vec) or AddScaled(Vec, F) update Self.
-        if (d.name, tuple(param_type(p) for p in rest)) not in inplace:
+        # A member with an in-place twin (Sin() beside Sin(X)) sizes Self
+        # from its source, and so does a member of the object's own class
+        # on two sources (TMtx.Mul(A, B), the product); Add(Vec),
+        # AddScaled(Vec, F) or AddProduct(A, B) of the base classes update
+        # Self and have no free form.
+        twin = (d.name, tuple(param_type(p) for p in rest)) in inplace
+        two = d.cls == obj and len(ps) >= 2 and SOURCE_RE.match(param_type(ps[1]))
+        if not twin and not two:
             continue
         f = FreeFn(d, rec, 1, ", ".join([f"const {rec}& {param_name(ps[0])}"] + rest), rest)
+        f.twin = twin
         chains.setdefault(f.key(), f)
+    # Where the object's class has its own two-source form (TMtx.Mul(A, B),
+    # the product), the base class's two-source form of that name
+    # (elementwise Mul(Vec1, Vec2)) has no free form for this record: it
+    # would compete with it, and Mul(A, B) on matrices means the product.
+    def two_sources(f):
+        ps = split_params(f.d.params)
+        return len(ps) >= 2 and SOURCE_RE.match(param_type(ps[1]))
+    own_two = {f.d.name for f in chains.values() if f.d.cls == obj and two_sources(f)}
+    chains = {k: f for k, f in chains.items()
+              if not (f.d.cls != obj and f.d.name in own_two and two_sources(f))}
     out = list(values.values()) + [f for k, f in chains.items() if k not in values]
     for f in out:
-        f.inplace = f.shape == 1
+        f.inplace = f.shape == 1 and f.twin
     return sorted(out, key=lambda f: (f.d.name, f.shape))
 
 

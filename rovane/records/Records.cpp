@@ -451,6 +451,50 @@ Matrix operator-(const Matrix& x) { return Negate(x); }
 Matrix operator-(Matrix&& x) { return Negate(std::move(x)); }
 
 // ---------------------------------------------------------------------------
+// Select: a gather into a new record.
+// ---------------------------------------------------------------------------
+namespace {
+
+template <class T>
+void GatherStep(const T* src, T* dst, int32_t step, int32_t len) {
+    for (int32_t i = 0; i < len; ++i) dst[i] = src[int64_t(i) * step];
+}
+
+template <class R>
+R SelectFrom(const R& src, int32_t index, int32_t step, int32_t len) {
+    const TRovane& s = src.Data();
+    const int64_t last = int64_t(index) + int64_t(step) * (int64_t(len) - 1);
+    if (s.ConditionCheck() && (index < 0 || step < 1 || len < 0 || (len > 0 && last >= s.Length())))
+        ERangeErrorRaiseFmt("Select: Index = %d, Step = %d, Len = %d, Src.Length = %d",
+                            index, step, len, s.Length());
+    R res;
+    auto& d = res.Data();
+    if constexpr (std::is_same_v<R, Matrix>)
+        d.Size(1, len, s.FloatPrecision());
+    else
+        d.Size(len, s.FloatPrecision());
+    if (len == 0) return res;
+    switch (s.FloatPrecision()) {
+        case rvDouble: GatherStep(s.Values + index, d.Values, step, len); break;
+        case rvDoubleComplex: GatherStep(s.CValues + index, d.CValues, step, len); break;
+        case rvSingle: GatherStep(s.SValues + index, d.SValues, step, len); break;
+        default: GatherStep(s.SCValues + index, d.SCValues, step, len); break;
+    }
+    return res;
+}
+
+}  // namespace
+
+Vector Select(const Vector& src, int32_t index, int32_t len) { return SelectFrom(src, index, 1, len); }
+Vector Select(const Vector& src, int32_t index, int32_t step, int32_t len) {
+    return SelectFrom(src, index, step, len);
+}
+Matrix Select(const Matrix& src, int32_t index, int32_t len) { return SelectFrom(src, index, 1, len); }
+Matrix Select(const Matrix& src, int32_t index, int32_t step, int32_t len) {
+    return SelectFrom(src, index, step, len);
+}
+
+// ---------------------------------------------------------------------------
 // Comparisons.
 // ---------------------------------------------------------------------------
 namespace {

@@ -549,6 +549,41 @@ ROVANE_API Vector operator/(const Vector& l, const Matrix& r);
 ROVANE_API Matrix operator-(const Matrix& x);
 ROVANE_API Matrix operator-(Matrix&& x);
 
+// ---- record-only free functions ----
+// A new record gathered from Src: Len elements from Index, or every Step-th
+// element from Index (Len of them). Ranges are checked in 64 bits.
+ROVANE_API Vector Select(const Vector& src, int32_t index, int32_t len);
+ROVANE_API Vector Select(const Vector& src, int32_t index, int32_t step, int32_t len);
+ROVANE_API Matrix Select(const Matrix& src, int32_t index, int32_t len);
+ROVANE_API Matrix Select(const Matrix& src, int32_t index, int32_t step, int32_t len);
+// A new record of Len elements of the precision, element i = Offset + i*Step
+// (a complex step for complex data), or sized and typed like Src. Templates
+// over the record type, bound to the containers' Ramp where used.
+template <class R = Vector>
+    requires std::same_as<R, Vector>
+R Ramp(int32_t len, TMtxFloatPrecision precision, double offset = 0, double step = 1) {
+    R r;
+    r.Size(len, precision);
+    r.Data().Ramp(offset, step);
+    return r;
+}
+template <class R = Vector>
+    requires std::same_as<R, Vector>
+R Ramp(int32_t len, TMtxFloatPrecision precision, const TCplx& offset, const TCplx& step) {
+    R r;
+    r.Size(len, precision);
+    r.Data().Ramp(offset, step);
+    return r;
+}
+template <class R>
+    requires std::same_as<R, Vector> || std::same_as<R, Matrix>
+R Ramp(const R& src, double offset = 0, double step = 1) {
+    R r;
+    r.Size(src.Data());
+    r.Data().Ramp(offset, step);
+    return r;
+}
+
 // ---- comparisons: true when the relation holds for every element ----------
 // == and != against a container are Equal with tolerance 0 (sizes first);
 // against a value, every element. The order relations compare element by

@@ -305,3 +305,26 @@ TEST(RecordLifetime, ReleasingOnAnotherThreadReportsAndNeverThrows) {
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_EQ(reports[0], "Rovane.FreeIt: Attempt to free object from thread other than used to create it!");
 }
+
+TEST(RecordLifetime, IntegerAndMatrixRecordsLiveTheSameWay) {
+    TRovanePoolItem& pool = *Controller->Pool[Controller->GetPoolIndex()];
+    const int32_t ints = pool.VecInt.CacheUsedCount(), mtx = pool.Mtx.CacheUsedCount();
+    {
+        VectorInt v = {1, 2, 3};
+        VectorInt w = v;
+        EXPECT_EQ(pool.VecInt.CacheUsedCount(), ints + 1);
+        EXPECT_EQ(v.Data().fRefCount.load(), 3);
+        Matrix a({{1, 2}, {3, 4}}), b({{5, 6}, {7, 8}});
+        EXPECT_EQ(pool.Mtx.CacheUsedCount(), mtx + 2);
+        const TRovaneBase* first = nullptr;
+        Matrix r = (a * b + 1.0) - a / b;
+        first = r.Object();
+        EXPECT_EQ(pool.Mtx.CacheUsedCount(), mtx + 3);  // a, b and the one result
+        EXPECT_NE(first, a.Object());
+        MatrixInt direct(2, 3, prInt16);
+        EXPECT_EQ(direct.Length(), 6);
+        EXPECT_LT(direct.Data().CacheIndex(), 0);
+    }
+    EXPECT_EQ(pool.VecInt.CacheUsedCount(), ints);
+    EXPECT_EQ(pool.Mtx.CacheUsedCount(), mtx);
+}

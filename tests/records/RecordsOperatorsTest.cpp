@@ -163,6 +163,13 @@ TEST(RecordOperators, MatrixTimesMatrixIsElementwiseAndNeedsEqualShapes) {
         EXPECT_EQ(mv[i], a[i] * v[i]);
         EXPECT_EQ(vm[i], v[i] * a[i]);
     }
+    EXPECT_EQ(TextOf([] { Matrix bad({{1, 2}, {3}}); }), "Matrix: rows of unequal length");
+    T2DDoubleArray rows{TDoubleArray{1, 2}, TDoubleArray{3, 4}};
+    Matrix fromRows = rows;  // implicit from rows
+    EXPECT_TRUE(fromRows == Matrix({{1, 2}, {3, 4}}));
+    Matrix oneRow = TDoubleArray{5, 6, 7};  // implicit: one row
+    EXPECT_EQ(oneRow.Rows(), 1);
+    EXPECT_EQ(oneRow.Cols(), 3);
     Matrix s = (a + b) * 2.0 - a / b;
     for (int32_t i = 0; i < 6; ++i) EXPECT_EQ(s[i], (a[i] + b[i]) * 2.0 - a[i] / b[i]);
 }
@@ -332,4 +339,24 @@ TEST(RecordMembers, ForwardersChainOnTheRecordAndFreeFunctionsMakeNewRecords) {
     x.SetCaption("x");
     Vector x2 = x;
     EXPECT_EQ(x2.Caption(), "x");
+}
+
+TEST(RecordMembers, SelectGathersIntoANewRecordAndChecksItsRange) {
+    Vector v;
+    v.SetCplx({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});  // five complex values k + (k+1)i, k even
+    Vector every2 = Select(v, 1, 2, 2);
+    ASSERT_EQ(every2.Length(), 2);
+    EXPECT_EQ(every2.CValues(0), TCplx(2, 3));
+    EXPECT_EQ(every2.CValues(1), TCplx(6, 7));
+    Vector f = Make({1, 2, 3, 4, 5}, false);
+    Vector mid = Select(f, 1, 3);
+    EXPECT_EQ(mid.FloatPrecision(), rvSingle);
+    EXPECT_EQ(mid.Values(2), 4.0);
+    EXPECT_EQ(Select(f, 0, 4, 2).Values(1), 5.0);
+    EXPECT_EQ(Select(f, 5, 0).Length(), 0);
+    EXPECT_EQ(Select(f, 1, 3, 2).Values(1), 5.0);
+    EXPECT_EQ(TextOf([&] { Select(f, 2, 3, 2); }), "Select: Index = 2, Step = 3, Len = 2, Src.Length = 5");
+    EXPECT_EQ(TextOf([&] { Select(f, 2000000000, 2000000000, 3); }),
+              "Select: Index = 2000000000, Step = 2000000000, Len = 3, Src.Length = 5");
+    EXPECT_THROW(Select(f, -1, 1), ERovaneRangeError);
 }

@@ -799,14 +799,9 @@ TCplx DotProdc(const TRovane& vec) const;
 TCplx DotProdc(const TRovane& vec, bool conjVec) const;
 TCplx DotProdc(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) const;
 TCplx DotProdc(const TRovane& vec, bool conjVec, int32_t vecIndex, int32_t index, int32_t len) const;
-
-// ---- running sums (Reductions.cpp) ----
-// Running sum along the flat range (also of a matrix, called as
-// m.TDenseRovane::CumSum()); TVec and TMtx have their own, chaining.
+// Down the columns: every element adds the element one row above.
 Matrix& CumSum();
 Matrix& CumSum(int32_t index, int32_t len);
-Matrix& CumSum(const TRovane& vec);
-Matrix& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
 Matrix& CumSum(const TMtx& mtx);
 Matrix& CumSum(const TMtx& mtx, int32_t mtxIndex, int32_t index, int32_t len);
 // Rows, Cols and Complex must agree, then IsEqual.

@@ -717,10 +717,6 @@ TCplx DotProdc(const TRovane& vec) const;
 TCplx DotProdc(const TRovane& vec, bool conjVec) const;
 TCplx DotProdc(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len) const;
 TCplx DotProdc(const TRovane& vec, bool conjVec, int32_t vecIndex, int32_t index, int32_t len) const;
-
-// ---- running sums (Reductions.cpp) ----
-// Running sum along the flat range (also of a matrix, called as
-// m.TDenseRovane::CumSum()); TVec and TMtx have their own, chaining.
 Vector& CumSum();
 Vector& CumSum(int32_t index, int32_t len);
 Vector& CumSum(const TRovane& vec);
