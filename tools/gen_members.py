@@ -458,7 +458,9 @@ def record_signature(d, rec, qualified, defaults):
     ps = d.params if defaults else strip_defaults(d.params)
     name = f"{rec}::{d.name}" if qualified else d.name
     if d.ret is not None:
-        return f"{d.ret} {name}({ps}){d.quals}"
+        # A record forwards a virtual member with a plain one.
+        ret = d.ret[len("virtual "):] if d.ret.startswith("virtual ") else d.ret
+        return f"{ret} {name}({ps}){d.quals}"
     return f"{rec}& {name}({ps})"
 
 
@@ -512,7 +514,8 @@ def record_free_functions(m, rec):
     """Both shapes of free functions of a record. Shape 1: a chaining member
     whose first parameter is a source gives `Rec Name(const Rec& x, rest)`,
     the member called on a fresh record (no range forms, no outputs). Shape
-    2: a member that returns a value gives `Ret Name(const Rec& x, params)`.
+    2: a const member that returns a value gives `Ret Name(const Rec& x,
+    params)`.
     Where both shapes give one parameter list the value wins."""
     obj, bases, sources = RECORDS[rec]
     values, chains = {}, {}
@@ -520,6 +523,11 @@ def record_free_functions(m, rec):
     for d in record_decls(m, rec):
         ps = split_params(d.params)
         if d.ret is not None:
+            # Functional notation for what a member answers: const members
+            # with a result (Sum(x)); members that write into arguments or
+            # into the object (SaveToStream, Max(value, index)) have none.
+            if not d.quals or d.ret == "void":
+                continue
             f = FreeFn(d, rec, 2, ", ".join([f"const {rec}& record"] + ps), ps)
             f.twin = False
             values.setdefault(f.key(), f)

@@ -57,23 +57,8 @@ public:
 #include "rovane/containers/generated/TVec.members.h"
 
     // ---- streams and text forms (containers/RovaneStreams.cpp) ------------
-    // One line per element: FormatSample(ReFormat, x) or
-    // FormatCplx(z, ReFormat, ImFormat); empty formats give the general form.
-    // Element i goes to list line ListIndex + i - Index, replacing it or
-    // appended. Align pads to the longest text plus 3; Headers puts the
-    // element index in front of each line.
-    void ValuesToStrings(TStringList& dst) const;
-    void ValuesToStrings(TStringList& dst, int32_t listIndex, int32_t index, int32_t len,
-                         TFixedTextAlign align = ftaNone, std::string_view reFormat = {},
-                         std::string_view imFormat = {}, bool headers = false) const;
-    // ValuesToStrings into a temporary list, lines joined with "\r\n".
-    std::string ValuesToText(std::string_view reFormat = {}, std::string_view imFormat = {}) const;
-    // One value per line (complex text for a complex object). The short form
-    // sizes Self to the list. A line that does not parse raises and leaves
-    // Self unchanged.
-    TVec& StringsToValues(const TStringList& src);
-    TVec& StringsToValues(const TStringList& src, int32_t listIndex, int32_t index, int32_t len = -1);
-    TVec& TextToValues(std::string_view text);
+    // ValuesToStrings, ValuesToText, StringsToValues, TextToValues: rows of
+    // tables/streams.tbl.
 
 protected:
     void WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness) override;
@@ -167,22 +152,8 @@ public:
     int32_t SubDiag() const { return FSubDiag; }
     void SetSubDiag(int32_t v) { FSubDiag = v; }
 
-    // One line per row, the columns joined by Delimiter, values formatted as
-    // for a vector.
-    void ValuesToStrings(TStringList& dst, std::string_view delimiter = "\t") const;
-    void ValuesToStrings(TStringList& dst, int32_t row, int32_t col, int32_t rowCount, int32_t colCount,
-                         std::string_view delimiter = "\t", TFixedTextAlign align = ftaNone,
-                         std::string_view reFormat = {}, std::string_view imFormat = {}, bool headers = false) const;
-    std::string ValuesToText(std::string_view delimiter = "\t", std::string_view reFormat = {},
-                             std::string_view imFormat = {}) const;
-    // Rows from list lines, columns from delimited items. The short form sizes
-    // Self to the list's lines and the first line's items; the long form
-    // writes ListLen lines from ListIndex into Self from (Row, Col). Parsing
-    // goes into a temporary, so a failure leaves Self unchanged.
-    TMtx& StringsToValues(const TStringList& src, std::string_view delimiter = "\t");
-    TMtx& StringsToValues(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t row, int32_t col,
-                          std::string_view delimiter = "\t");
-    TMtx& TextToValues(std::string_view text, std::string_view delimiter = "\t");
+    // ValuesToStrings, ValuesToText, StringsToValues, TextToValues (the text
+    // forms): rows of tables/streams.tbl.
 
 protected:
     void WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness) override;

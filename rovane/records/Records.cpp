@@ -494,6 +494,37 @@ Matrix Select(const Matrix& src, int32_t index, int32_t step, int32_t len) {
     return SelectFrom(src, index, step, len);
 }
 
+Vector SumCols(const Matrix& src) {
+    Vector r;
+    src.Data().SumCols(r.Data());
+    return r;
+}
+Vector SumRows(const Matrix& src) {
+    Vector r;
+    src.Data().SumRows(r.Data());
+    return r;
+}
+Vector MeanCols(const Matrix& src) {
+    Vector r;
+    src.Data().MeanCols(r.Data());
+    return r;
+}
+Vector MeanRows(const Matrix& src) {
+    Vector r;
+    src.Data().MeanRows(r.Data());
+    return r;
+}
+Vector StringsToValues(const TStringList& src) {
+    Vector r;
+    r.Data().StringsToValues(src);
+    return r;
+}
+Matrix StringsToValues(const TStringList& src, std::string_view delimiter) {
+    Matrix r;
+    r.Data().StringsToValues(src, delimiter);
+    return r;
+}
+
 // ---------------------------------------------------------------------------
 // Comparisons.
 // ---------------------------------------------------------------------------

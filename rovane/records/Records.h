@@ -181,6 +181,12 @@ public:
     // Narrows the object to a range of its own (a sub-range), and back.
     Vector& Select(int32_t index, int32_t len);
     Vector& SelectAll();
+    // The self form of SetSubRange (and Select) blocked or allowed again;
+    // EnableSelect blocks and DisableSelect allows, reversed on purpose.
+    Vector& DisableSubrange() { return Data().DisableSubrange(), *this; }
+    Vector& EnableSubrange() { return Data().EnableSubrange(), *this; }
+    Vector& EnableSelect() { return Data().EnableSelect(), *this; }
+    Vector& DisableSelect() { return Data().DisableSelect(), *this; }
 
     // ---- properties ----------------------------------------------------
     int32_t Length() const { return Data().Length(); }
@@ -326,6 +332,12 @@ public:
     }
     Matrix& Select(int32_t index, int32_t len);
     Matrix& SelectAll();
+    // The self form of SetSubRange (and Select) blocked or allowed again;
+    // EnableSelect blocks and DisableSelect allows, reversed on purpose.
+    Matrix& DisableSubrange() { return Data().DisableSubrange(), *this; }
+    Matrix& EnableSubrange() { return Data().EnableSubrange(), *this; }
+    Matrix& EnableSelect() { return Data().EnableSelect(), *this; }
+    Matrix& DisableSelect() { return Data().DisableSelect(), *this; }
 
     int32_t Rows() const { return Data().Rows(); }
     int32_t Cols() const { return Data().Cols(); }
@@ -556,6 +568,15 @@ ROVANE_API Vector Select(const Vector& src, int32_t index, int32_t len);
 ROVANE_API Vector Select(const Vector& src, int32_t index, int32_t step, int32_t len);
 ROVANE_API Matrix Select(const Matrix& src, int32_t index, int32_t len);
 ROVANE_API Matrix Select(const Matrix& src, int32_t index, int32_t step, int32_t len);
+// Column and row sums and means of a matrix as a new vector record.
+ROVANE_API Vector SumCols(const Matrix& src);
+ROVANE_API Vector SumRows(const Matrix& src);
+ROVANE_API Vector MeanCols(const Matrix& src);
+ROVANE_API Vector MeanRows(const Matrix& src);
+// A new record from a list of text lines: one value per line for a vector;
+// for a matrix one row per line, the columns split at Delimiter.
+ROVANE_API Vector StringsToValues(const TStringList& src);
+ROVANE_API Matrix StringsToValues(const TStringList& src, std::string_view delimiter);
 // A new record of Len elements of the precision, element i = Offset + i*Step
 // (a complex step for complex data), or sized and typed like Src. Templates
 // over the record type, bound to the containers' Ramp where used.
@@ -672,6 +693,12 @@ public:
     VectorInt& Size(int32_t aLength, TIntPrecision precision);
     VectorInt& Select(int32_t index, int32_t len);
     VectorInt& SelectAll();
+    // The self form of SetSubRange (and Select) blocked or allowed again;
+    // EnableSelect blocks and DisableSelect allows, reversed on purpose.
+    VectorInt& DisableSubrange() { return Data().DisableSubrange(), *this; }
+    VectorInt& EnableSubrange() { return Data().EnableSubrange(), *this; }
+    VectorInt& EnableSelect() { return Data().EnableSelect(), *this; }
+    VectorInt& DisableSelect() { return Data().DisableSelect(), *this; }
 
     int32_t Length() const { return Data().Length(); }
     void SetLength(int32_t value) { Data().SetLength(value); }
@@ -742,6 +769,12 @@ public:
     TIntPrecision IntPrecision() const { return Data().IntPrecision(); }
     int32_t operator[](int32_t i) const;
     void SetElement(int32_t i, int32_t value);
+    // The self form of SetSubRange blocked or allowed again; EnableSelect
+    // blocks and DisableSelect allows, reversed on purpose.
+    MatrixInt& DisableSubrange() { return Data().DisableSubrange(), *this; }
+    MatrixInt& EnableSubrange() { return Data().EnableSubrange(), *this; }
+    MatrixInt& EnableSelect() { return Data().EnableSelect(), *this; }
+    MatrixInt& DisableSelect() { return Data().DisableSelect(), *this; }
 
 #include "rovane/records/generated/MatrixInt.members.h"
 };

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -359,4 +360,85 @@ TEST(RecordMembers, SelectGathersIntoANewRecordAndChecksItsRange) {
     EXPECT_EQ(TextOf([&] { Select(f, 2000000000, 2000000000, 3); }),
               "Select: Index = 2000000000, Step = 2000000000, Len = 3, Src.Length = 5");
     EXPECT_THROW(Select(f, -1, 1), ERovaneRangeError);
+}
+
+// The record-only switches of the self form of SetSubRange: EnableSelect and
+// DisableSubrange block it, DisableSelect and EnableSubrange open it again.
+TEST(RecordMembers, SelectSwitchesBlockAndOpenTheSelfForm) {
+    Vector v;
+    v.SetIt({1, 2, 3, 4});
+    Matrix m(2, 2);
+    VectorInt vi(4);
+    MatrixInt mi(2, 2);
+    for (auto block : {0, 1}) {
+        if (block) {
+            v.EnableSelect();
+            m.EnableSelect();
+            vi.EnableSelect();
+            mi.EnableSelect();
+        } else {
+            v.DisableSubrange();
+            m.DisableSubrange();
+            vi.DisableSubrange();
+            mi.DisableSubrange();
+        }
+        EXPECT_EQ(TextOf([&] { v.Select(1, 2); }), "Subrange is blocked!");
+        EXPECT_EQ(TextOf([&] { m.Data().SetSubRange(0, 2); }), "Subrange is blocked!");
+        EXPECT_EQ(TextOf([&] { vi.Select(0, 2); }), "Subrange is blocked!");
+        EXPECT_EQ(TextOf([&] { mi.Data().SetSubRange(0, 2); }), "Subrange is blocked!");
+        if (block) {
+            v.DisableSelect();
+            m.DisableSelect();
+            vi.DisableSelect();
+            mi.DisableSelect();
+        } else {
+            v.EnableSubrange();
+            m.EnableSubrange();
+            vi.EnableSubrange();
+            mi.EnableSubrange();
+        }
+        v.Select(1, 2);
+        EXPECT_EQ(v.Length(), 2);
+        EXPECT_EQ(v.Values(0), 2.0);
+        v.SelectAll();
+        EXPECT_EQ(v.Length(), 4);
+        vi.Select(0, 2);
+        EXPECT_EQ(vi.Length(), 2);
+        vi.SelectAll();
+    }
+}
+
+std::vector<double> Elements(const Vector& r) {
+    std::vector<double> out;
+    for (int32_t i = 0; i < r.Length(); ++i) out.push_back(r.Values(i));
+    return out;
+}
+
+// Streams and text forms reach the object through the record, and the free
+// functions that make a new record from a matrix or from text lines.
+TEST(RecordMembers, StreamsTextAndTheFreeFoldsMakeNewRecords) {
+    Vector v;
+    v.SetIt({1.5, -2, 3});
+    std::stringstream ss;
+    v.SaveToStream(ss);
+    Vector w;
+    w.LoadFromStream(ss);
+    EXPECT_TRUE(w == v);
+    TStringList lines;
+    v.ValuesToStrings(lines);
+    Vector back = StringsToValues(lines);
+    EXPECT_TRUE(back == v);
+    Matrix m(2, 3);
+    m.SetIt({1, 2, 3, 4, 5, 6});
+    const Vector cols = SumCols(m), rows = SumRows(m), meanCols = MeanCols(m), meanRows = MeanRows(m);
+    EXPECT_EQ(Elements(cols), (std::vector<double>{5, 7, 9}));
+    EXPECT_EQ(Elements(rows), (std::vector<double>{6, 15}));
+    EXPECT_EQ(Elements(meanCols), (std::vector<double>{2.5, 3.5, 4.5}));
+    EXPECT_EQ(Elements(meanRows), (std::vector<double>{2, 5}));
+    TStringList text;
+    m.ValuesToStrings(text, ";");
+    const Matrix again = StringsToValues(text, ";");
+    EXPECT_EQ(again.Rows(), 2);
+    EXPECT_EQ(again.Cols(), 3);
+    EXPECT_TRUE(again == m);
 }

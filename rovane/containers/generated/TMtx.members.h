@@ -125,3 +125,17 @@ TCplx Trace() const;
 double Norm1() const;
 double NormInf() const;
 double NormFro() const;
+
+// ---- text forms of a matrix (RovaneStreams.cpp) ----
+// One line per row, the columns joined by Delimiter, values formatted as
+// for a vector.
+void ValuesToStrings(TStringList& dst, std::string_view delimiter = "\t") const;
+void ValuesToStrings(TStringList& dst, int32_t row, int32_t col, int32_t rowCount, int32_t colCount, std::string_view delimiter = "\t", TFixedTextAlign align = ftaNone, std::string_view reFormat = {}, std::string_view imFormat = {}, bool headers = false) const;
+std::string ValuesToText(std::string_view delimiter = "\t", std::string_view reFormat = {}, std::string_view imFormat = {}) const;
+// Rows from list lines, columns from delimited items. The short form sizes
+// Self to the list's lines and the first line's items; the long form
+// writes ListLen lines from ListIndex into Self from (Row, Col). Parsing
+// goes into a temporary, so a failure leaves Self unchanged.
+TMtx& StringsToValues(const TStringList& src, std::string_view delimiter = "\t");
+TMtx& StringsToValues(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t row, int32_t col, std::string_view delimiter = "\t");
+TMtx& TextToValues(std::string_view text, std::string_view delimiter = "\t");

@@ -553,3 +553,27 @@ TRovane& Scatter(const TRovane& src, const TVecInt* indexes, TIndexType indexTyp
 TRovane& ScatterByIncr(const TRovane& src, int32_t increment = 1, int32_t offset = 0);
 TRovane& ScatterByIndexes(const TRovane& src, const TVecInt& indexes);
 TRovane& ScatterByMask(const TRovane& src, const TRovaneInt& mask, bool allowSmallerSource = false);
+
+// ---- streams and files (RovaneStreams.cpp) ----
+// Binary form: the header of the class, then Length values (complex:
+// pairs, real part first) in a sample format of TPrecision. The short
+// forms of WriteHeader and WriteValues use prDouble or prSingle by the
+// object's precision, rnTrunc and little-endian order. A header that
+// fails its checks raises before the object changes.
+void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+void WriteHeader(std::ostream& stream);
+TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+void WriteValues(std::ostream& stream) const;
+// Reads Length values into the object; returns the number of values the
+// stream held for it (more than Length for streams of versions below 104).
+virtual int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+// Header and values with Precision, Rounding and little-endian order.
+virtual void SaveToStream(std::ostream& stream);
+// Reads one object; a damaged or short stream raises and the object keeps
+// its previous state.
+virtual void LoadFromStream(std::istream& stream);
+// Creates the file, or with Append writes at its end, so that objects
+// can follow one another in one file. LoadFromFile reads the first one.
+void SaveToFile(const std::string& fileName, bool append = false);
+void LoadFromFile(const std::string& fileName);

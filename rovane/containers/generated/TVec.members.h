@@ -71,3 +71,20 @@ TVec& Split(std::initializer_list<TVec*> dst);
 TVec& Split(std::initializer_list<TVec*> dst, std::initializer_list<int32_t> dstSize);
 // The first n entries of the table of primes.
 TVec& PrimeNumbers(int32_t n);
+
+// ---- text forms of a vector (RovaneStreams.cpp) ----
+// One line per element: FormatSample(ReFormat, x) or
+// FormatCplx(z, ReFormat, ImFormat); empty formats give the general form.
+// Element i goes to list line ListIndex + i - Index, replacing it or
+// appended. Align pads to the longest text plus 3; Headers puts the
+// element index in front of each line.
+void ValuesToStrings(TStringList& dst) const;
+void ValuesToStrings(TStringList& dst, int32_t listIndex, int32_t index, int32_t len, TFixedTextAlign align = ftaNone, std::string_view reFormat = {}, std::string_view imFormat = {}, bool headers = false) const;
+// ValuesToStrings into a temporary list, lines joined with "\r\n".
+std::string ValuesToText(std::string_view reFormat = {}, std::string_view imFormat = {}) const;
+// One value per line (complex text for a complex object). The short form
+// sizes Self to the list. A line that does not parse raises and leaves
+// Self unchanged.
+TVec& StringsToValues(const TStringList& src);
+TVec& StringsToValues(const TStringList& src, int32_t listIndex, int32_t index, int32_t len = -1);
+TVec& TextToValues(std::string_view text);

@@ -872,3 +872,41 @@ Matrix& UpSample(const TRovane& src, int32_t factor, int32_t srcIndex, int32_t i
 // Every Factor-th element of Src from Phase on.
 Matrix& DownSample(const TRovane& src, int32_t factor, int32_t phase = 0);
 Matrix& DownSample(const TRovane& src, int32_t factor, int32_t srcIndex, int32_t index, int32_t len, int32_t phase = 0);
+
+// ---- streams and files (RovaneStreams.cpp) ----
+// Binary form: the header of the class, then Length values (complex:
+// pairs, real part first) in a sample format of TPrecision. The short
+// forms of WriteHeader and WriteValues use prDouble or prSingle by the
+// object's precision, rnTrunc and little-endian order. A header that
+// fails its checks raises before the object changes.
+void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+void WriteHeader(std::ostream& stream);
+TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+void WriteValues(std::ostream& stream) const;
+// Reads Length values into the object; returns the number of values the
+// stream held for it (more than Length for streams of versions below 104).
+int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+// Header and values with Precision, Rounding and little-endian order.
+void SaveToStream(std::ostream& stream);
+// Reads one object; a damaged or short stream raises and the object keeps
+// its previous state.
+void LoadFromStream(std::istream& stream);
+// Creates the file, or with Append writes at its end, so that objects
+// can follow one another in one file. LoadFromFile reads the first one.
+void SaveToFile(const std::string& fileName, bool append = false);
+void LoadFromFile(const std::string& fileName);
+
+// ---- text forms of a matrix (RovaneStreams.cpp) ----
+// One line per row, the columns joined by Delimiter, values formatted as
+// for a vector.
+void ValuesToStrings(TStringList& dst, std::string_view delimiter = "\t") const;
+void ValuesToStrings(TStringList& dst, int32_t row, int32_t col, int32_t rowCount, int32_t colCount, std::string_view delimiter = "\t", TFixedTextAlign align = ftaNone, std::string_view reFormat = {}, std::string_view imFormat = {}, bool headers = false) const;
+std::string ValuesToText(std::string_view delimiter = "\t", std::string_view reFormat = {}, std::string_view imFormat = {}) const;
+// Rows from list lines, columns from delimited items. The short form sizes
+// Self to the list's lines and the first line's items; the long form
+// writes ListLen lines from ListIndex into Self from (Row, Col). Parsing
+// goes into a temporary, so a failure leaves Self unchanged.
+Matrix& StringsToValues(const TStringList& src, std::string_view delimiter = "\t");
+Matrix& StringsToValues(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t row, int32_t col, std::string_view delimiter = "\t");
+Matrix& TextToValues(std::string_view text, std::string_view delimiter = "\t");

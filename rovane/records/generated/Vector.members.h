@@ -824,3 +824,44 @@ Vector& Split(std::initializer_list<TVec*> dst);
 Vector& Split(std::initializer_list<TVec*> dst, std::initializer_list<int32_t> dstSize);
 // The first n entries of the table of primes.
 Vector& PrimeNumbers(int32_t n);
+
+// ---- streams and files (RovaneStreams.cpp) ----
+// Binary form: the header of the class, then Length values (complex:
+// pairs, real part first) in a sample format of TPrecision. The short
+// forms of WriteHeader and WriteValues use prDouble or prSingle by the
+// object's precision, rnTrunc and little-endian order. A header that
+// fails its checks raises before the object changes.
+void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+void WriteHeader(std::ostream& stream);
+TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+void WriteValues(std::ostream& stream) const;
+// Reads Length values into the object; returns the number of values the
+// stream held for it (more than Length for streams of versions below 104).
+int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+// Header and values with Precision, Rounding and little-endian order.
+void SaveToStream(std::ostream& stream);
+// Reads one object; a damaged or short stream raises and the object keeps
+// its previous state.
+void LoadFromStream(std::istream& stream);
+// Creates the file, or with Append writes at its end, so that objects
+// can follow one another in one file. LoadFromFile reads the first one.
+void SaveToFile(const std::string& fileName, bool append = false);
+void LoadFromFile(const std::string& fileName);
+
+// ---- text forms of a vector (RovaneStreams.cpp) ----
+// One line per element: FormatSample(ReFormat, x) or
+// FormatCplx(z, ReFormat, ImFormat); empty formats give the general form.
+// Element i goes to list line ListIndex + i - Index, replacing it or
+// appended. Align pads to the longest text plus 3; Headers puts the
+// element index in front of each line.
+void ValuesToStrings(TStringList& dst) const;
+void ValuesToStrings(TStringList& dst, int32_t listIndex, int32_t index, int32_t len, TFixedTextAlign align = ftaNone, std::string_view reFormat = {}, std::string_view imFormat = {}, bool headers = false) const;
+// ValuesToStrings into a temporary list, lines joined with "\r\n".
+std::string ValuesToText(std::string_view reFormat = {}, std::string_view imFormat = {}) const;
+// One value per line (complex text for a complex object). The short form
+// sizes Self to the list. A line that does not parse raises and leaves
+// Self unchanged.
+Vector& StringsToValues(const TStringList& src);
+Vector& StringsToValues(const TStringList& src, int32_t listIndex, int32_t index, int32_t len = -1);
+Vector& TextToValues(std::string_view text);
