@@ -33,7 +33,7 @@ std::vector<LD> RealsOf(const TVec& v, int32_t index, int32_t len) {
     return r;
 }
 
-class AllIsas : public ::testing::TestWithParam<TPrimitiveIsa> {
+class ReduceTables : public ::testing::TestWithParam<TPrimitiveIsa> {
 protected:
     void SetUp() override {
         if (GetParam() > BestPrimitiveIsa()) GTEST_SKIP() << "table not run by this processor";
@@ -49,7 +49,7 @@ const int32_t kLengths[] = {1, 2, 3, 7, 16, 33, 64, 127, 1000, 1024, 1025, 2001,
 // The rounding unit of the accumulation (double) and of the result.
 double Eps(bool isDouble) { return isDouble ? 0x1p-52 : 0x1p-23; }
 
-TEST_P(AllIsas, SumsDotsAndNormsAgreeWithLongDouble) {
+TEST_P(ReduceTables, SumsDotsAndNormsAgreeWithLongDouble) {
     for (bool isDouble : {true, false})
         for (bool complex : {false, true})
             for (int32_t n : kLengths) {
@@ -130,7 +130,7 @@ TEST_P(AllIsas, SumsDotsAndNormsAgreeWithLongDouble) {
             }
 }
 
-TEST_P(AllIsas, MixedDotProductTakesTheRealOperandFirst) {
+TEST_P(ReduceTables, MixedDotProductTakesTheRealOperandFirst) {
     for (bool isDouble : {true, false})
         for (int32_t n : {1, 5, 17, 1000}) {
             TVec r, c;
@@ -151,7 +151,7 @@ TEST_P(AllIsas, MixedDotProductTakesTheRealOperandFirst) {
 
 // Extremes are exact: the value and the index of the forward scan with a
 // strict comparison, also with ties, NaNs and the extreme in any block.
-TEST_P(AllIsas, ExtremesMatchTheForwardScan) {
+TEST_P(ReduceTables, ExtremesMatchTheForwardScan) {
     for (bool isDouble : {true, false})
         for (int32_t n : kLengths) {
             TVec x;
@@ -182,7 +182,7 @@ TEST_P(AllIsas, ExtremesMatchTheForwardScan) {
 // MeanAndStdDev and StdDev in one pass hold the accuracy of the two-pass
 // formula, also with a large mean (where a naive one-pass formula loses all
 // digits): bound 4 (n + 2) eps relative to the deviation plus the mean's.
-TEST_P(AllIsas, MeanAndStdDevHoldTwoPassAccuracy) {
+TEST_P(ReduceTables, MeanAndStdDevHoldTwoPassAccuracy) {
     for (bool isDouble : {true, false})
         for (double offset : {0.0, 1e6})
             for (int32_t n : {2, 3, 17, 511, 512, 513, 5000, 20011}) {
@@ -203,7 +203,7 @@ TEST_P(AllIsas, MeanAndStdDevHoldTwoPassAccuracy) {
             }
 }
 
-INSTANTIATE_TEST_SUITE_P(Tables, AllIsas, ::testing::Values(piReference, piBaseline, piAvx2, piAvx512),
+INSTANTIATE_TEST_SUITE_P(AllIsas, ReduceTables, ::testing::Values(piReference, piBaseline, piAvx2, piAvx512),
                          [](const auto& info) { return std::string(PrimitiveIsaName(info.param)); });
 
 // The Euclidean norm neither overflows nor underflows, on huge and tiny data,
