@@ -312,6 +312,73 @@ TEST_P(Precisions, MatrixFolds) {
     EXPECT_EQ(Norm1(m), 9);
 }
 
+TEST_P(Precisions, DifferencesIntegrationGrouping) {
+    TVec x, d;
+    x.Size(0, false, GetParam());
+    x.SetIt({1, 4, 9, 16});
+    d.Difference(x);
+    ASSERT_EQ(d.Length(), 3);
+    EXPECT_EQ(d[2], 7);
+    d.Difference(x, 2);
+    ASSERT_EQ(d.Length(), 2);
+    EXPECT_EQ(d[0], 8);
+    x.Difference(3);
+    ASSERT_EQ(x.Length(), 1);
+    EXPECT_EQ(x[0], 15);
+    x.Difference(1);
+    EXPECT_EQ(x.Length(), 0);  // Lag >= Length empties the vector
+    x.SetIt({1, 4, 9, 16});
+    d.Size(4);
+    d.SetZero();
+    d.Difference(x, 1, 2, 2, 1);  // d[2..3] = x[2..3] - x[1..2]
+    EXPECT_EQ(d[2], 5);
+    EXPECT_EQ(d[3], 7);
+    ExpectText<ERovaneInvalidArgument>([&] { d.Difference(x, 0, 0, 1, -1); }, "Lag < 0");
+    ExpectText<ERovaneRangeError>([&] { d.Difference(x, 2, 0, 2, 1); },
+                                  "X params out of range: XIndex: 2 Len: 3, Length: 4");
+
+    // Two orders: initial values (1, 10), data (1, 1, 1).
+    TVec init, v;
+    init.SetIt({1, 10});
+    v.Size(0, false, GetParam());
+    v.SetIt({1, 1, 1});
+    d.Integrate(v, init);
+    ASSERT_EQ(d.Length(), 3);
+    // First order from index 1: 10 11 12 13; second from 0: 1 11 22 34 47.
+    EXPECT_EQ(d[0], 22);
+    EXPECT_EQ(d[2], 47);
+    v.Integrate(init);
+    EXPECT_EQ(v[1], 34);
+    ExpectText<ERovaneInvalidArgument>([&] { d.Integrate(init, TVec()); },
+                                       "TVec.Integrate: (Init.Complex) or (Init.Length = 0)");
+
+    TVecInt bins;
+    bins.Size(4);
+    const int32_t b[] = {2, 0, 2, 1};
+    for (int i = 0; i < 4; ++i) bins.IValues[i] = b[i];
+    x.SetIt({1, 2, 3, 4});
+    TVec g;
+    g.GroupSum(bins, x, -1);
+    ASSERT_EQ(g.Length(), 3);
+    EXPECT_EQ(g[2], 4);
+    EXPECT_EQ(g[0], 2);
+    g.GroupSumIteration(bins, x, 2);
+    EXPECT_EQ(g[2], 8);
+    ExpectText<ERovaneInvalidArgument>([&] { g.GroupSumIteration(bins, x, 3); },
+                                       "TVec.GroupSumIteration: Bins.Length <> Data.Length");
+    g.GroupSum(bins, x, 5);
+    EXPECT_EQ(g.Length(), 6);
+    bins.IValues[0] = 7;
+    EXPECT_THROW(g.GroupSum(bins, x, 3), ERovaneRangeError);
+
+    TVec z;
+    z.Size(0, true, GetParam());
+    z.SetCplx({3, 4, 1, -1});
+    g.Norm(z);
+    EXPECT_EQ(g[0], 25);  // squared magnitudes
+    EXPECT_EQ(g[1], 2);
+}
+
 INSTANTIATE_TEST_SUITE_P(DoubleAndSingle, Precisions, ::testing::Bool());
 
 TEST(ReductionTexts, WrongKindRangeAndOperands) {
