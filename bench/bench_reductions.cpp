@@ -1,6 +1,6 @@
 // Reductions through the containers against OpenBLAS (where it has the
 // operation), Eigen and a plain loop on the same data, at 1e3 and 1e6
-// doubles: Sum, DotProd, NormL1 (dasum), NormL2 (dnrm2; also against the
+// doubles: Sum (OpenBLAS's dsum), DotProd (ddot), NormL1 (dasum), NormL2 (dnrm2; also against the
 // library's own sum of squares), Max with its index, MeanAndStdDev. The
 // summary prints ns per element and each competitor's time over the
 // library's (above 1: the library is faster).
@@ -108,6 +108,7 @@ void BM_Reduce(benchmark::State& st) {
                 break;
             case kBlas:
                 switch (op) {
+                    case kSum: r = cblas_dsum(n, xp, 1); break;
                     case kDot: r = cblas_ddot(n, xp, 1, yp, 1); break;
                     case kNormL1: r = cblas_dasum(n, xp, 1); break;
                     case kNormL2: r = cblas_dnrm2(n, xp, 1); break;
@@ -125,7 +126,7 @@ void Args(benchmark::internal::Benchmark* b) {
     for (int64_t op : {kSum, kDot, kNormL1, kNormL2, kMaxIdx, kMeanStd})
         for (int64_t n : {1000, 1000000})
             for (int64_t impl : {kRovane, kLoop, kEigen, kBlas, kSumSq}) {
-                const bool blas = op == kDot || op == kNormL1 || op == kNormL2;
+                const bool blas = op == kSum || op == kDot || op == kNormL1 || op == kNormL2;
                 if (impl == kBlas && !blas) continue;
                 if (impl == kSumSq && op != kNormL2) continue;
                 b->Args({n, impl, op});
