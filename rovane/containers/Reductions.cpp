@@ -47,11 +47,7 @@ double BlockedSum(const F* p, int32_t n) {
     frame::CachedVec t;
     t->Size(blocks, false, std::is_same_v<F, double>);
     F* q = frame::Base<F>(*t) + frame::Offset<F>(*t);
-    for (int32_t k = 0; k < blocks; ++k) {
-        const int32_t start = k * kSumBlock;
-        const int32_t len = k + 1 < blocks ? kSumBlock : n - start;
-        prim::Sum(p, start, len, &q[k]);
-    }
+    prim::SumBlocks(p, 0, n, kSumBlock, q, 0);
     return BlockedSum<F>(q, blocks);
 }
 
