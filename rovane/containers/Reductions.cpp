@@ -5,10 +5,13 @@
 // of containers/tables/reductions.tbl.
 #include "rovane/containers/Reductions.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 #include <vector>
 
 #include "rovane/containers/ReduceFrame.h"
+#include "rovane/containers/RovaneInt.h"
 
 namespace rovane {
 
@@ -44,11 +47,7 @@ double BlockedSum(const F* p, int32_t n) {
     frame::CachedVec t;
     t->Size(blocks, false, std::is_same_v<F, double>);
     F* q = frame::Base<F>(*t) + frame::Offset<F>(*t);
-    for (int32_t k = 0; k < blocks; ++k) {
-        const int32_t start = k * kSumBlock;
-        const int32_t len = k + 1 < blocks ? kSumBlock : n - start;
-        prim::Sum(p, start, len, &q[k]);
-    }
+    prim::SumBlocks(p, 0, n, kSumBlock, q, 0);
     return BlockedSum<F>(q, blocks);
 }
 
@@ -701,6 +700,128 @@ double TMtx::NormInf() const {
     return best;
 }
 double TMtx::NormFro() const { return NormL2(); }
+
+// ==== differences, integration and grouping ===========================================
+
+namespace {
+// d[di + i] = x[xi + i + lag] - x[xi + i], read through a copy when the runs overlap.
+void LagDifference(const TRovane& x, int32_t xIndex, TRovane& dst, int32_t dstIndex, int32_t len, int32_t lag) {
+    if (len <= 0) return;
+    const frame::Unaliased in(x, xIndex, dst, dstIndex, len + lag);
+    const TRovane& s = in.Src();
+    const int32_t si = in.Index();
+    frame::ByPrecision(dst.fFloatPrecision, [&](auto t) {
+        using T = decltype(t);
+        // Sub computes the second source minus the first.
+        prim::Sub(RunOf<T>(s, 0), si, RunOf<T>(s, 0), si + lag, frame::Base<T>(dst) + frame::Offset<T>(dst),
+                  dstIndex, len);
+    });
+}
+int32_t BinAt(const TVecInt& bins, int32_t i) {
+    switch (bins.fIntPrecision) {
+        case prInt32: return bins.IValues[i];
+        case prInt16: return bins.SIValues[i];
+        default: return bins.BValues[i];
+    }
+}
+// Self[Bins[i]] += Data[i] over real data; a bin outside Self is refused
+// before anything is added.
+void AddByBins(TVec& self, const TVecInt& bins, const TVec& data, const char* who) {
+    for (int32_t i = 0; i < bins.fLength; ++i) {
+        const int32_t b = BinAt(bins, i);
+        if (b < 0 || b >= self.fLength) ERangeErrorRaiseFmt("%s: Bins[%d] = %d is outside 0..%d", who, i, b, self.fLength - 1);
+    }
+    for (int32_t i = 0; i < bins.fLength; ++i) {
+        const int32_t b = BinAt(bins, i);
+        self.PutElement(b, self.GetElement(b) + data.GetElement(i));
+    }
+}
+}  // namespace
+
+TDenseRovane& TDenseRovane::Difference(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, int32_t lag) {
+    ValidateParams2(vec, vecIndex, index, len);
+    if (vec.fComplex != fComplex) EInvalidArgumentRaise("Complex <> Vec.Complex");
+    if (lag < 0) EInvalidArgumentRaise("Lag < 0");
+    if (range::OutOfRange(vecIndex, int64_t(len) + lag, vec.fLength))
+        ERangeErrorRaiseFmt("X params out of range: XIndex: %d Len: %d, Length: %d", vecIndex, len + lag, vec.fLength);
+    LagDifference(vec, vecIndex, *this, index, len, lag);
+    return *this;
+}
+TVec& TVec::Difference(int32_t lag) {
+    if (lag < 0) EInvalidArgumentRaise("Lag < 0");
+    const int32_t n = int64_t(fLength) - lag > 0 ? fLength - lag : 0;
+    if (n > 0) {
+        frame::CachedVec src;
+        src->Copy(*this);
+        Size(n);
+        LagDifference(*src, 0, *this, 0, n, lag);
+    } else {
+        Size(0);
+    }
+    return *this;
+}
+TVec& TVec::Difference(const TRovane& vec, int32_t lag) {
+    if (&vec == this) return Difference(lag);
+    if (lag < 0) EInvalidArgumentRaise("Lag < 0");
+    const int32_t n = int64_t(vec.fLength) - lag > 0 ? vec.fLength - lag : 0;
+    Size(n, vec.fFloatPrecision);
+    LagDifference(vec, 0, *this, 0, n, lag);
+    return *this;
+}
+TVec& TVec::Difference(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, int32_t lag) {
+    TDenseRovane::Difference(vec, vecIndex, index, len, lag);
+    return *this;
+}
+
+TVec& TVec::Integrate(const TVec& init) {
+    frame::CachedVec src;
+    src->Copy(*this);
+    return Integrate(*src, init);
+}
+TVec& TVec::Integrate(const TVec& vec, const TVec& init) {
+    if (vec.fComplex || vec.fLength < 2) EInvalidArgumentRaise("TVec.Integrate: (Vec.Complex) or (Vec.Length<2)");
+    if (init.fComplex || init.fLength == 0) EInvalidArgumentRaise("TVec.Integrate: (Init.Complex) or (Init.Length = 0)");
+    // Init then Vec in one temporary; for each order k the run from
+    // Init.Length - k to the end is summed in place.
+    const int32_t m = init.fLength, n = vec.fLength;
+    frame::CachedVec t;
+    t->Size(m + n, false, vec.fIsDouble);
+    for (int32_t i = 0; i < m; ++i) t->PutElement(i, init.GetElement(i));
+    for (int32_t i = 0; i < n; ++i) t->PutElement(m + i, vec.GetElement(i));
+    for (int32_t k = 1; k <= m; ++k) RunningSum(*t, m - k, *t, m - k, n + k, 1);
+    if (&vec != this) Size(n, false, vec.fIsDouble);
+    for (int32_t i = 0; i < n; ++i) PutElement(i, t->GetElement(m + i));
+    return *this;
+}
+
+TVec& TVec::GroupSum(const TVecInt& bins, const TVec& data, int32_t binCount) {
+    if (bins.fLength != data.fLength) EInvalidArgumentRaise("TVec.GroupSum: Bins.Length <> Data.Length");
+    if (data.fComplex) EInvalidArgumentRaise("TVec.GroupSum: Complex = True");
+    int32_t count = binCount;
+    if (count < 0) {
+        count = -1;
+        for (int32_t i = 0; i < bins.fLength; ++i) count = std::max(count, BinAt(bins, i));
+    }
+    if (count == INT32_MAX) ERangeErrorRaise("TVec.GroupSum: BinCount + 1 > MaxInt");
+    Size(count + 1, false, data.fIsDouble);
+    SetZero();
+    AddByBins(*this, bins, data, "TVec.GroupSum");
+    return *this;
+}
+TVec& TVec::GroupSumIteration(const TVecInt& bins, const TVec& data, int32_t binCount) {
+    if (bins.fLength != data.fLength || int64_t(fLength) != int64_t(binCount) + 1)
+        EInvalidArgumentRaise("TVec.GroupSumIteration: Bins.Length <> Data.Length");
+    if (fFloatPrecision != data.fFloatPrecision)
+        EInvalidArgumentRaise("TVec.GroupSumIteration: FloatPrecision <> Data.FloatPrecision");
+    if (data.fComplex) EInvalidArgumentRaise("TVec.GroupSumIteration: Complex = True");
+    AddByBins(*this, bins, data, "TVec.GroupSumIteration");
+    return *this;
+}
+
+TVec& TVec::Norm(const TRovane& vec) {
+    TRovane::PowerSpectrum(vec);
+    return *this;
+}
 
 // ==== free functions =====================================================================
 

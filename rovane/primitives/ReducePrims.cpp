@@ -123,6 +123,18 @@ IppStatus DotPair(kern::RPair<F> kernel, const TX* x, int32_t xi, const TY* y, i
     return ippStsNoErr;
 }
 
+template <class F>
+void BlockSums(const F* x, int32_t xi, int32_t len, int32_t blockLen, F* d, int32_t di) {
+    if (len <= 0 || blockLen <= 0) return;
+    const auto sum = Kernels<F>().Sum;  // looked up once for all blocks
+    const F* p = x + xi;
+    F* o = d + di;
+    for (int32_t start = 0, k = 0; start < len; start += blockLen, ++k) {
+        const int32_t n = len - start < blockLen ? len - start : blockLen;
+        o[k] = F(sum(p + start, n));
+    }
+}
+
 template <class T>
 void ProductReal(const T* x, int32_t xi, int32_t len, double* r) {
     double p = 1;
@@ -288,6 +300,12 @@ IppStatus sippsDotProd_32f32fc64fc_Idx(const float* x, int32_t xi, const TSCplx*
     return DotPair<float>(Kernels<float>().Dotrc, x, xi, y, yi, len, r);
 }
 
+void SumBlocks_Idx(const double* x, int32_t xi, int32_t len, int32_t blockLen, double* d, int32_t di) {
+    BlockSums(x, xi, len, blockLen, d, di);
+}
+void sSumBlocks_Idx(const float* x, int32_t xi, int32_t len, int32_t blockLen, float* d, int32_t di) {
+    BlockSums(x, xi, len, blockLen, d, di);
+}
 void Product_d_Idx(const double* x, int32_t xi, int32_t len, double* r) { ProductReal(x, xi, len, r); }
 void sProduct_d_Idx(const float* x, int32_t xi, int32_t len, double* r) { ProductReal(x, xi, len, r); }
 void Product_c_Idx(const TCplx* x, int32_t xi, int32_t len, TCplx* r) { ProductCplx(x, xi, len, r); }

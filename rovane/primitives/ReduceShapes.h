@@ -26,3 +26,7 @@
 // running sums with a stride
 #define ROVANE_SHAPE_DELTA(W, T) (const W<T>* x, int32_t xIndex, W<T>* d, int32_t dIndex, int32_t len, int32_t stride)
 #define ROVANE_ARGS_DELTA (x, xIndex, d, dIndex, len, stride)
+// sums of consecutive blocks of a run into an array
+#define ROVANE_SHAPE_BLOCKS(W, T) \
+    (const W<T>* x, int32_t xIndex, int32_t len, int32_t blockLen, W<T>* d, int32_t dIndex)
+#define ROVANE_ARGS_BLOCKS (x, xIndex, len, blockLen, d, dIndex)

@@ -186,6 +186,11 @@ TDenseRovane& CumSum(int32_t index, int32_t len);
 TDenseRovane& CumSum(const TRovane& vec);
 TDenseRovane& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len);
 
+// ---- differences, integration and grouping (Reductions.cpp) ----
+// Element i = Vec[VecIndex + i + Lag] - Vec[VecIndex + i] for Len elements
+// of Self from Index; a negative Lag is refused.
+TDenseRovane& Difference(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, int32_t lag);
+
 // ---- reorder and sampling ----
 // End for end, in place or from Vec.
 TDenseRovane& Reverse();

@@ -817,6 +817,11 @@ double Norm1() const;
 double NormInf() const;
 double NormFro() const;
 
+// ---- differences, integration and grouping (Reductions.cpp) ----
+// Element i = Vec[VecIndex + i + Lag] - Vec[VecIndex + i] for Len elements
+// of Self from Index; a negative Lag is refused.
+Matrix& Difference(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, int32_t lag);
+
 // ---- search ----
 // Position of the first element equal to Value, or -1: a NaN Value finds the
 // first NaN, an infinite one the first infinity of either sign, any other

@@ -725,6 +725,21 @@ Vector& CumSum(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len)
 // ---- comparison of shapes (Reductions.cpp) ----
 bool Equal(const TRovane& vec, double tolerance) const;
 bool Equal(const TRovane& vec, double tolerance, TCompare compare) const;
+// The vector form: Length - Lag elements (none when that is 0 or below).
+Vector& Difference(int32_t lag = 1);
+Vector& Difference(const TRovane& vec, int32_t lag = 1);
+Vector& Difference(const TRovane& vec, int32_t vecIndex, int32_t index, int32_t len, int32_t lag);
+// Repeated running sums: Init holds one initial value per integration
+// order; Self takes Vec.Length elements.
+Vector& Integrate(const TVec& init);
+Vector& Integrate(const TVec& vec, const TVec& init);
+// Self[Bins[i]] += Data[i], Self sized like Data to BinCount + 1 elements
+// (or to the largest bin + 1 when BinCount is negative) and cleared first;
+// the iteration form adds to Self as it is.
+Vector& GroupSum(const TVecInt& bins, const TVec& data, int32_t binCount);
+Vector& GroupSumIteration(const TVecInt& bins, const TVec& data, int32_t binCount);
+// Squared magnitudes of Vec (the same as PowerSpectrum).
+Vector& Norm(const TRovane& vec);
 
 // ---- search ----
 // Position of the first element equal to Value, or -1: a NaN Value finds the
