@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "rovane/storage/ObjectCache.h"
 #include "rovane/storage/ReportChannel.h"
@@ -61,6 +62,27 @@ TRovaneInt& TRovaneInt::Size(int32_t aLength, TIntPrecision precision) {
     HookPointers();
     WriteHeader(fLength);
     FireOnSetSize();
+    return *this;
+}
+
+TRovaneInt& TRovaneInt::Resize(int32_t aLength, bool zeroIt) {
+    if (aLength < 0) EInvalidArgumentRaise("TVecInt.Length can not be smaller than zero!");
+    if (aLength == fLength) return *this;
+    const int32_t w = WidthOf(fIntPrecision);
+    if (aLength < fLength && !fIsSubRange) {
+        // Shorter: the block stays, only the length changes.
+        fLength = aLength;
+        WriteHeader(fLength);
+        FireOnSetSize();
+        return *this;
+    }
+    const int32_t keep = aLength < fLength ? aLength : fLength;
+    std::vector<char> saved(static_cast<const char*>(ValuesPointer),
+                            static_cast<const char*>(ValuesPointer) + int64_t(keep) * w);
+    Size(aLength, fIntPrecision);
+    if (keep > 0) std::memcpy(ValuesPointer, saved.data(), saved.size());
+    if (zeroIt && aLength > keep)
+        std::memset(static_cast<char*>(ValuesPointer) + int64_t(keep) * w, 0, size_t(aLength - keep) * w);
     return *this;
 }
 

@@ -44,6 +44,9 @@ public:
     void SetIntPrecisionLock(bool value) { FIntPrecisionLock = value; }
     TRovaneInt& Size(int32_t aLength, TIntPrecision precision);
     TRovaneInt& Size(int32_t aLength) { return Size(aLength, fIntPrecision); }
+    // A new length keeping the values of the width (a shorter length keeps
+    // the block; a longer one copies, zeroing the new elements if asked).
+    TRovaneInt& Resize(int32_t aLength, bool zeroIt = false);
     // Length and width of Src (an integer container).
     TRovaneInt& Size(const TRovaneInt& src) { return Size(src.fLength, src.fIntPrecision); }
 
