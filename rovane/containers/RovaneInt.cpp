@@ -177,7 +177,7 @@ void TRovaneInt::Reset() {
     SetFullRange();
     TRovaneBase::Reset();
     fLength = 0;
-    fIntPrecision = prInt32;
+    if (!FIntPrecisionLock) fIntPrecision = prInt32;
     if (fCacheIndex >= 0 && fActualSizeInBytes > CacheLengthInBytes()) setActualSize(CacheLengthInBytes());
     HookPointers();
     WriteHeader(0);
@@ -199,5 +199,39 @@ TVecInt::~TVecInt() { DestroyInt(); }
 
 TMtxInt::TMtxInt() { fRovaneType = rvTMtxInt; }
 TMtxInt::~TMtxInt() { DestroyInt(); }
+
+// The fixed-width classes: width and lock at construction, typed view.
+TVecSmallInt::TVecSmallInt() {
+    fIntPrecision = prInt16;
+    FIntPrecisionLock = true;
+}
+void TVecSmallInt::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = SIValues;
+}
+TVecByte::TVecByte() {
+    fIntPrecision = prInt8;
+    FIntPrecisionLock = true;
+}
+void TVecByte::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = BValues;
+}
+TMtxSmallInt::TMtxSmallInt() {
+    fIntPrecision = prInt16;
+    FIntPrecisionLock = true;
+}
+void TMtxSmallInt::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = SIValues;
+}
+TMtxByte::TMtxByte() {
+    fIntPrecision = prInt8;
+    FIntPrecisionLock = true;
+}
+void TMtxByte::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = BValues;
+}
 
 }  // namespace rovane

@@ -170,4 +170,31 @@ public:
 #include "rovane/containers/generated/TMtxInt.members.h"
 };
 
+// Vectors and matrices of one fixed width: the width is set and locked at
+// construction, and Values is the typed view of the range.
+class ROVANE_API TVecSmallInt : public TVecInt {
+public:
+    TVecSmallInt();
+    int16_t* Values = nullptr;
+    void HookPointers() override;
+};
+class ROVANE_API TVecByte : public TVecInt {
+public:
+    TVecByte();
+    uint8_t* Values = nullptr;
+    void HookPointers() override;
+};
+class ROVANE_API TMtxSmallInt : public TMtxInt {
+public:
+    TMtxSmallInt();
+    int16_t* Values = nullptr;
+    void HookPointers() override;
+};
+class ROVANE_API TMtxByte : public TMtxInt {
+public:
+    TMtxByte();
+    uint8_t* Values = nullptr;
+    void HookPointers() override;
+};
+
 }  // namespace rovane

@@ -355,3 +355,26 @@ TEST(IntMatrix, ShapeMovesAndChaining) {
     EXPECT_EQ(k.Rows(), 3);
     EXPECT_EQ(k.GetElement(0, 0), m.GetElement(0, 2));
 }
+
+TEST(IntContainer, FixedWidthClassesAndCachedObjects) {
+    TVecSmallInt s;
+    s.Size(3, prInt32);  // the width stays 16 bits
+    EXPECT_EQ(s.IntPrecision(), prInt16);
+    s.SetIt({70000, -2, 3});
+    EXPECT_EQ(s.Values[0], 32767);
+    TMtxByte m;
+    m.Size(2, 2);
+    m.SetVal(255).AddValue(1);  // saturates at 255
+    EXPECT_EQ(m.Values[3], 255);
+    // A cached integer vector keeps its slot across widths and goes back.
+    TVecInt* v = nullptr;
+    CreateIt(v);
+    EXPECT_GE(v->CacheIndex(), 0);
+    v->Size(100, prInt8);
+    v->SetVal(7);
+    v->Size(100, prInt32);
+    v->Ramp();
+    EXPECT_EQ((*v)[99], 99);
+    FreeIt(v);
+    EXPECT_EQ(v, nullptr);
+}
