@@ -185,9 +185,11 @@ class RatioReporter : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const auto& r : runs) {
-            if (r.run_type != Run::RT_Iteration || r.iterations == 0) continue;
+            // Each repetition, or the median when only aggregates are reported.
+            const bool rep = r.run_type == Run::RT_Iteration && r.iterations > 0;
+            if (!rep && !(r.run_type == Run::RT_Aggregate && r.aggregate_name == "median")) continue;
             const double t = r.GetAdjustedRealTime();
-            auto& best = fBest[r.benchmark_name()];
+            auto& best = fBest[r.run_name.function_name];
             if (best == 0 || t < best) best = t;
         }
         ConsoleReporter::ReportRuns(runs);
@@ -207,8 +209,7 @@ public:
         for (auto [a, b] : pairs) {
             auto ia = fBest.find(a), ib = fBest.find(b);
             if (ia == fBest.end() || ib == fBest.end()) continue;
-            std::printf("  %-32s / %-34s %7.3f  (%.3f / %.3f ms)\n", a, b, ia->second / ib->second, ia->second / 1e6,
-                        ib->second / 1e6);
+            std::printf("  %-32s / %-34s %7.3f  (%.3f / %.3f ms)\n", a, b, ia->second / ib->second, ia->second, ib->second);
         }
     }
 

@@ -42,6 +42,6 @@ int main() {
     x.CopyTo(n, rnRound);  // 2, -2, 32767
     TVec y;
     y.Copy(n);
-    std::printf("%g %g %g\n", y[0], y[1], y[2]);
+    std::printf("%g %g %g\n", double(y[0]), double(y[1]), double(y[2]));
     return y[2] == 32767.0 ? 0 : 5;
 }

@@ -42,7 +42,8 @@ int main() {
     v.SetIt({3, 1, 2, 1});
     TVecInt perm;
     v.SortAscend(&perm);  // v: 1, 1, 2, 3
-    std::printf("%d %d %d %d\n", perm[0], perm[1], perm[2], perm[3]);
+    std::printf("%d %d %d %d\n", int(perm[0]), int(perm[1]), int(perm[2]), int(perm[3]));
+    if (v[0] != 1 || v[3] != 3) return 7;
 
     // Finite elements only: Self becomes a view of the count it returns.
     TVec clean;
