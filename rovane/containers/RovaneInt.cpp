@@ -65,6 +65,16 @@ TRovaneInt& TRovaneInt::Size(int32_t aLength, TIntPrecision precision) {
     return *this;
 }
 
+TRovaneInt& TRovaneInt::Size(const TRovaneInt& src) {
+    if (fRovaneType != rvTMtxInt) return Size(src.fLength, src.fIntPrecision);
+    auto& m = static_cast<TMtxInt&>(*this);
+    if (src.fRovaneType == rvTMtxInt) {
+        const auto& s = static_cast<const TMtxInt&>(src);
+        return m.Size(s.FRows, s.FCols, s.fIntPrecision);
+    }
+    return m.Size(src.fLength, 1, src.fIntPrecision);
+}
+
 TRovaneInt& TRovaneInt::Resize(int32_t aLength, bool zeroIt) {
     if (aLength < 0) EInvalidArgumentRaise("TVecInt.Length can not be smaller than zero!");
     if (aLength == fLength) return *this;

@@ -47,8 +47,9 @@ public:
     // A new length keeping the values of the width (a shorter length keeps
     // the block; a longer one copies, zeroing the new elements if asked).
     TRovaneInt& Resize(int32_t aLength, bool zeroIt = false);
-    // Length and width of Src (an integer container).
-    TRovaneInt& Size(const TRovaneInt& src) { return Size(src.fLength, src.fIntPrecision); }
+    // Length and width of Src (an integer container); a matrix takes the
+    // shape of a matrix source (of a vector: Length rows, one column).
+    TRovaneInt& Size(const TRovaneInt& src);
 
     // Element i of the range as a 32-bit integer, unchecked; writing
     // narrows to the width (an 8-bit element keeps the low byte).

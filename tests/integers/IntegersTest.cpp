@@ -350,6 +350,11 @@ TEST(IntMatrix, ShapeMovesAndChaining) {
     TMtxInt& r = m.AddValue(1).MultiplyValue(2);
     EXPECT_EQ(&r, &m);
     EXPECT_EQ(m.GetElement(1, 2), 12);
+    TMtxInt sum;
+    sum.Add(m, m);  // the result takes the sources' shape
+    EXPECT_EQ(sum.Rows(), 2);
+    EXPECT_EQ(sum.Cols(), 3);
+    EXPECT_EQ(sum.GetElement(1, 2), 24);
     TMtxInt k;
     k.Rotate90(m, 1);
     EXPECT_EQ(k.Rows(), 3);
