@@ -244,4 +244,24 @@ void TMtxByte::HookPointers() {
     Values = BValues;
 }
 
+TVecIntList::~TVecIntList() { Clear(); }
+TVecInt& TVecIntList::Add() {
+    fItems.push_back(nullptr);
+    fItems.back() = new TVecInt();
+    return *fItems.back();
+}
+TVecInt& TVecIntList::operator[](int32_t i) const {
+    if (i < 0 || i >= Count()) ERangeErrorRaiseFmt("TVecIntList: Index out of range: %d", i);
+    return *fItems[size_t(i)];
+}
+void TVecIntList::Delete(int32_t i) {
+    TVecInt* v = &(*this)[i];
+    fItems.erase(fItems.begin() + i);
+    delete v;
+}
+void TVecIntList::Clear() {
+    for (TVecInt* v : fItems) delete v;
+    fItems.clear();
+}
+
 }  // namespace rovane

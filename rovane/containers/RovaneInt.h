@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <span>
+#include <vector>
 #include <string_view>
 
 #include "rovane/storage/RovaneBase.h"
@@ -196,6 +197,25 @@ public:
     TMtxByte();
     uint8_t* Values = nullptr;
     void HookPointers() override;
+};
+
+// An owning list of integer vectors: Add makes a new empty vector and
+// returns it; the list frees its vectors when it is cleared or destroyed.
+class ROVANE_API TVecIntList {
+public:
+    TVecIntList() = default;
+    TVecIntList(const TVecIntList&) = delete;
+    TVecIntList& operator=(const TVecIntList&) = delete;
+    ~TVecIntList();
+    TVecInt& Add();
+    int32_t Count() const { return static_cast<int32_t>(fItems.size()); }
+    // Item i; raises ERovaneRangeError "TVecIntList: Index out of range: %d".
+    TVecInt& operator[](int32_t i) const;
+    void Delete(int32_t i);
+    void Clear();
+
+private:
+    std::vector<TVecInt*> fItems;
 };
 
 }  // namespace rovane

@@ -383,3 +383,35 @@ TEST(IntContainer, FixedWidthClassesAndCachedObjects) {
     FreeIt(v);
     EXPECT_EQ(v, nullptr);
 }
+
+TEST(IntContainer, SubRangesOfEveryWidth) {
+    for (TIntPrecision p : kWidths) {
+        TVecInt whole, view, src;
+        whole.Size(6, p);
+        whole.SetIt({1, 2, 3, 4, 5, 6});
+        src.Size(0, p);
+        src.SetIt({10, 20});
+        view.SetSubRange(whole, 2, 2);  // (3, 4)
+        view.Add(src);
+        view.SortDescend();
+        EXPECT_EQ(Values(whole), (std::vector<int32_t>{1, 2, 24, 13, 5, 6})) << p;
+        view.SetFullRange();
+        whole.SetSubRange(3, 3);  // the object's own range: (13, 5, 6)
+        EXPECT_EQ(whole.Find(6), 2);
+        EXPECT_EQ(whole.Sum(), 24);
+        whole.SetFullRange();
+        EXPECT_EQ(whole.Length(), 6);
+    }
+}
+
+TEST(IntContainer, OwningList) {
+    TVecIntList list;
+    list.Add().SetIt({1, 2});
+    list.Add().Size(3, prInt8);
+    EXPECT_EQ(list.Count(), 2);
+    EXPECT_EQ(list[0][1], 2);
+    EXPECT_EQ(list[1].IntPrecision(), prInt8);
+    list.Delete(0);
+    EXPECT_EQ(list[0].Length(), 3);
+    ExpectMessage<ERovaneRangeError>([&] { (void)list[1]; }, "TVecIntList: Index out of range: 1");
+}
