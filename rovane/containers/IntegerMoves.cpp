@@ -115,7 +115,7 @@ TRovaneInt& TRovaneInt::Distinct(const TRovaneInt& src) {
         const int32_t v = tmp->GetElement(i);
         if (i == 0 || v != GetElement(k - 1)) PutElement(k++, v);
     }
-    Size(k);
+    Resize(k);
     return *this;
 }
 

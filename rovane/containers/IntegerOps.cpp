@@ -123,11 +123,10 @@ void Scalar(TRovaneInt& self, const TRovaneInt& x, int32_t xi, int64_t v, int32_
 // Self := Self op Src (reversed: Src op Self).
 template <int Op>
 TRovaneInt& FormSrc(TRovaneInt& self, const TRovaneInt& src, const char* name, bool reversed) {
-    if (self.fConditionCheck) {
-        if (&src == &self) EInvalidArgumentRaise(std::string("TVecInt.") + name + ": Src = Self");
-        if (src.fIntPrecision != self.fIntPrecision) EInvalidArgumentRaise("TVecInt.IntPrecision value does not match!");
-        if (src.fLength != self.fLength) EInvalidArgumentRaise(std::string("TVecInt.") + name + ": Src.Length <> Length");
-    }
+    if (self.fConditionCheck && &src == &self) EInvalidArgumentRaise(std::string("TVecInt.") + name + ": Src = Self");
+    // Width and length guard memory: checked whatever ConditionCheck says.
+    if (src.fIntPrecision != self.fIntPrecision) EInvalidArgumentRaise("TVecInt.IntPrecision value does not match!");
+    if (src.fLength != self.fLength) EInvalidArgumentRaise(std::string("TVecInt.") + name + ": Src.Length <> Length");
     Binary<Op>(self, self, 0, src, 0, 0, self.fLength, reversed);
     return self;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "rovane/storage/ObjectCache.h"
 #include "rovane/storage/ReportChannel.h"
@@ -61,6 +62,37 @@ TRovaneInt& TRovaneInt::Size(int32_t aLength, TIntPrecision precision) {
     HookPointers();
     WriteHeader(fLength);
     FireOnSetSize();
+    return *this;
+}
+
+TRovaneInt& TRovaneInt::Size(const TRovaneInt& src) {
+    if (fRovaneType != rvTMtxInt) return Size(src.fLength, src.fIntPrecision);
+    auto& m = static_cast<TMtxInt&>(*this);
+    if (src.fRovaneType == rvTMtxInt) {
+        const auto& s = static_cast<const TMtxInt&>(src);
+        return m.Size(s.FRows, s.FCols, s.fIntPrecision);
+    }
+    return m.Size(src.fLength, 1, src.fIntPrecision);
+}
+
+TRovaneInt& TRovaneInt::Resize(int32_t aLength, bool zeroIt) {
+    if (aLength < 0) EInvalidArgumentRaise("TVecInt.Length can not be smaller than zero!");
+    if (aLength == fLength) return *this;
+    const int32_t w = WidthOf(fIntPrecision);
+    if (aLength < fLength && !fIsSubRange) {
+        // Shorter: the block stays, only the length changes.
+        fLength = aLength;
+        WriteHeader(fLength);
+        FireOnSetSize();
+        return *this;
+    }
+    const int32_t keep = aLength < fLength ? aLength : fLength;
+    std::vector<char> saved(static_cast<const char*>(ValuesPointer),
+                            static_cast<const char*>(ValuesPointer) + int64_t(keep) * w);
+    Size(aLength, fIntPrecision);
+    if (keep > 0) std::memcpy(ValuesPointer, saved.data(), saved.size());
+    if (zeroIt && aLength > keep)
+        std::memset(static_cast<char*>(ValuesPointer) + int64_t(keep) * w, 0, size_t(aLength - keep) * w);
     return *this;
 }
 
@@ -155,7 +187,7 @@ void TRovaneInt::Reset() {
     SetFullRange();
     TRovaneBase::Reset();
     fLength = 0;
-    fIntPrecision = prInt32;
+    if (!FIntPrecisionLock) fIntPrecision = prInt32;
     if (fCacheIndex >= 0 && fActualSizeInBytes > CacheLengthInBytes()) setActualSize(CacheLengthInBytes());
     HookPointers();
     WriteHeader(0);
@@ -177,5 +209,59 @@ TVecInt::~TVecInt() { DestroyInt(); }
 
 TMtxInt::TMtxInt() { fRovaneType = rvTMtxInt; }
 TMtxInt::~TMtxInt() { DestroyInt(); }
+
+// The fixed-width classes: width and lock at construction, typed view.
+TVecSmallInt::TVecSmallInt() {
+    fIntPrecision = prInt16;
+    FIntPrecisionLock = true;
+}
+void TVecSmallInt::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = SIValues;
+}
+TVecByte::TVecByte() {
+    fIntPrecision = prInt8;
+    FIntPrecisionLock = true;
+}
+void TVecByte::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = BValues;
+}
+TMtxSmallInt::TMtxSmallInt() {
+    fIntPrecision = prInt16;
+    FIntPrecisionLock = true;
+}
+void TMtxSmallInt::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = SIValues;
+}
+TMtxByte::TMtxByte() {
+    fIntPrecision = prInt8;
+    FIntPrecisionLock = true;
+}
+void TMtxByte::HookPointers() {
+    TRovaneInt::HookPointers();
+    Values = BValues;
+}
+
+TVecIntList::~TVecIntList() { Clear(); }
+TVecInt& TVecIntList::Add() {
+    fItems.push_back(nullptr);
+    fItems.back() = new TVecInt();
+    return *fItems.back();
+}
+TVecInt& TVecIntList::operator[](int32_t i) const {
+    if (i < 0 || i >= Count()) ERangeErrorRaiseFmt("TVecIntList: Index out of range: %d", i);
+    return *fItems[size_t(i)];
+}
+void TVecIntList::Delete(int32_t i) {
+    TVecInt* v = &(*this)[i];
+    fItems.erase(fItems.begin() + i);
+    delete v;
+}
+void TVecIntList::Clear() {
+    for (TVecInt* v : fItems) delete v;
+    fItems.clear();
+}
 
 }  // namespace rovane

@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <span>
+#include <vector>
 #include <string_view>
 
 #include "rovane/storage/RovaneBase.h"
@@ -44,8 +45,12 @@ public:
     void SetIntPrecisionLock(bool value) { FIntPrecisionLock = value; }
     TRovaneInt& Size(int32_t aLength, TIntPrecision precision);
     TRovaneInt& Size(int32_t aLength) { return Size(aLength, fIntPrecision); }
-    // Length and width of Src (an integer container).
-    TRovaneInt& Size(const TRovaneInt& src) { return Size(src.fLength, src.fIntPrecision); }
+    // A new length keeping the values of the width (a shorter length keeps
+    // the block; a longer one copies, zeroing the new elements if asked).
+    TRovaneInt& Resize(int32_t aLength, bool zeroIt = false);
+    // Length and width of Src (an integer container); a matrix takes the
+    // shape of a matrix source (of a vector: Length rows, one column).
+    TRovaneInt& Size(const TRovaneInt& src);
 
     // Element i of the range as a 32-bit integer, unchecked; writing
     // narrows to the width (an 8-bit element keeps the low byte).
@@ -165,6 +170,52 @@ public:
 #include "rovane/containers/generated/ChainInt.h"
 #undef ROVANE_CHAIN_CLASS
 #include "rovane/containers/generated/TMtxInt.members.h"
+};
+
+// Vectors and matrices of one fixed width: the width is set and locked at
+// construction, and Values is the typed view of the range.
+class ROVANE_API TVecSmallInt : public TVecInt {
+public:
+    TVecSmallInt();
+    int16_t* Values = nullptr;
+    void HookPointers() override;
+};
+class ROVANE_API TVecByte : public TVecInt {
+public:
+    TVecByte();
+    uint8_t* Values = nullptr;
+    void HookPointers() override;
+};
+class ROVANE_API TMtxSmallInt : public TMtxInt {
+public:
+    TMtxSmallInt();
+    int16_t* Values = nullptr;
+    void HookPointers() override;
+};
+class ROVANE_API TMtxByte : public TMtxInt {
+public:
+    TMtxByte();
+    uint8_t* Values = nullptr;
+    void HookPointers() override;
+};
+
+// An owning list of integer vectors: Add makes a new empty vector and
+// returns it; the list frees its vectors when it is cleared or destroyed.
+class ROVANE_API TVecIntList {
+public:
+    TVecIntList() = default;
+    TVecIntList(const TVecIntList&) = delete;
+    TVecIntList& operator=(const TVecIntList&) = delete;
+    ~TVecIntList();
+    TVecInt& Add();
+    int32_t Count() const { return static_cast<int32_t>(fItems.size()); }
+    // Item i; raises ERovaneRangeError "TVecIntList: Index out of range: %d".
+    TVecInt& operator[](int32_t i) const;
+    void Delete(int32_t i);
+    void Clear();
+
+private:
+    std::vector<TVecInt*> fItems;
 };
 
 }  // namespace rovane

@@ -151,7 +151,7 @@ int32_t DoIndexes(TRovaneInt& indexes, const TRovane& a, std::string_view op, co
 
 TVecInt& DoFindIndexes(TVecInt& indexes, const TRovane& a, std::string_view op, const Rhs& b) {
     const int32_t count = DoIndexes(indexes, a, op, b);
-    indexes.Size(count);
+    indexes.Resize(count);
     return indexes;
 }
 
@@ -965,7 +965,7 @@ TRovaneInt& TRovaneInt::FindIndexes(const TRovaneInt& a, std::string_view op, in
         d[k] = i;
         k += IntRel(code, a.GetElement(i), b);
     }
-    Size(k);
+    Resize(k);
     return *this;
 }
 
