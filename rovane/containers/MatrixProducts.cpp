@@ -291,15 +291,23 @@ const char* InnerText(TMtxOperation op1, TMtxOperation op2) {
 }  // namespace
 
 TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
-    // The common small real product into a Self of the right shape: straight
-    // to the kernel, before any of the general set-up.
+    // The common real product into a Self of the right shape: straight to
+    // the small kernel or to BLAS, before any of the general set-up.
     const int32_t m = mtx1.fRows, k = mtx1.fCols, n = mtx2.fCols;
-    if (uint32_t(m - 1) < uint32_t(kSmallProduct) && uint32_t(n - 1) < uint32_t(kSmallProduct) &&
-        uint32_t(k - 1) < uint32_t(kSmallProduct) && k == mtx2.fRows && fRows == m && fCols == n && !fComplex &&
+    if (m > 0 && n > 0 && k > 0 && k == mtx2.fRows && fRows == m && fCols == n && !fComplex &&
         fFloatPrecision == mtx1.fFloatPrecision && fFloatPrecision == mtx2.fFloatPrecision && Beta.Re == 0 &&
         Beta.Im == 0 && Alfa.Im == 0 && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && &mtx1 != this &&
         &mtx2 != this && !SharesMemory(mtx1, *this) && !SharesMemory(mtx2, *this)) {
-        if (fIsDouble)
+        if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct) {
+            // C^T = B^T A^T in the column-major call.
+            const auto& bl = blas::Blas();
+            if (fIsDouble)
+                bl.dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, Alfa.Re, mtx2.Values, mtx2.fLeadingCols,
+                         mtx1.Values, mtx1.fLeadingCols, 0.0, Values, fLeadingCols);
+            else
+                bl.sgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, float(Alfa.Re), mtx2.SValues,
+                         mtx2.fLeadingCols, mtx1.SValues, mtx1.fLeadingCols, 0.0f, SValues, fLeadingCols);
+        } else if (fIsDouble)
             kern::Kernels<double>().GemmSmall(m, n, k, mtx1.Values, mtx1.fLeadingCols, 1, mtx2.Values,
                                               mtx2.fLeadingCols, 1, Values, fLeadingCols,
                                               kern::TArgs<double>{Alfa.Re, 0, 0, 0});

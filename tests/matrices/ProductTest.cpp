@@ -428,10 +428,12 @@ TEST(MatrixMul, SmallProductsOnEveryTable) {
         // The two-argument form into a Self already of the result's shape
         // (its direct path), Alfa applied.
         for (TMtxFloatPrecision p : {rvSingle, rvDouble})
-            for (int m = 1; m <= 8; ++m) {
+            for (int m : {1, 2, 3, 4, 5, 6, 7, 8, 12, 20}) {
+                // Up to 8 the kernel, beyond it BLAS called directly.
+                const int k = m <= 8 ? 9 - m : m + 3;
                 TMtx a, b, c;
-                Random(a, m, 9 - m, p, g);
-                Random(b, 9 - m, m, p, g);
+                Random(a, m, k, p, g);
+                Random(b, k, m, p, g);
                 Random(c, m, m, p, g);
                 c.Alfa = TCplx(-2, 0);
                 c.Mul(a, b);
