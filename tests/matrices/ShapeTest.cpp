@@ -280,6 +280,11 @@ TEST(MatrixSizing, ResizeForms) {
     a.Size(v);  // a TVec of the same length keeps the shape
     EXPECT_EQ(a.Rows(), 3);
     EXPECT_EQ(a.IndexOf(2, 1), 9);
+    TVec like;
+    like.Size(1, rvSingleComplex);
+    b.Size(2, 5, like);
+    EXPECT_EQ(b.FloatPrecision(), rvSingleComplex);
+    EXPECT_EQ(b.Cols(), 5);
 }
 
 TEST(MatrixConcat, BlocksAndSplit) {
