@@ -8,6 +8,7 @@
 
 #include "rovane/containers/OperationFrame.h"
 #include "rovane/containers/Rovane.h"
+#include "rovane/storage/ReportChannel.h"
 
 namespace rovane::mtx {
 
@@ -67,6 +68,37 @@ public:
 private:
     TMtx* fMtx = nullptr;
 };
+
+// A cached TMtx or TVec taken only when first used: the common paths of
+// the products need none, and a take and give-back costs more than a small
+// product.
+template <class C>
+class Lazy {
+public:
+    Lazy() = default;
+    ~Lazy() noexcept {
+        if (!fObj) return;
+        try {
+            FreeIt(fObj);
+        } catch (const std::exception& e) {
+            ReportText(e.what());
+        } catch (...) {
+            ReportText("FreeIt of a temporary failed");
+        }
+    }
+    Lazy(const Lazy&) = delete;
+    Lazy& operator=(const Lazy&) = delete;
+    C& operator*() {
+        if (!fObj) CreateIt(fObj);
+        return *fObj;
+    }
+    C* operator->() { return &**this; }
+
+private:
+    C* fObj = nullptr;
+};
+using LazyMtx = Lazy<TMtx>;
+using LazyVec = Lazy<TVec>;
 
 // Whether the element runs of two objects share memory (then one of them is
 // read through a copy).

@@ -31,16 +31,24 @@ CachedMtx::~CachedMtx() noexcept {
 }
 
 bool SharesMemory(const TRovane& a, const TRovane& b) {
-    if (a.fLength == 0 || b.fLength == 0) return false;
+    // Views of one block share its base; objects of different blocks never
+    // overlap (the rule of the operation frame's Unaliased as well).
+    const void* ba = a.fIsDouble ? static_cast<const void*>(a.SData) : static_cast<const void*>(a.SSData);
+    const void* bb = b.fIsDouble ? static_cast<const void*>(b.SData) : static_cast<const void*>(b.SSData);
+    if (ba != bb || !ba || a.fLength == 0 || b.fLength == 0) return false;
     const char* pa = a.fIsDouble ? reinterpret_cast<const char*>(a.Values) : reinterpret_cast<const char*>(a.SValues);
     const char* pb = b.fIsDouble ? reinterpret_cast<const char*>(b.Values) : reinterpret_cast<const char*>(b.SValues);
     if (!pa || !pb) return false;
     const int64_t ea = (a.fIsDouble ? 8 : 4) * (a.fComplex ? 2 : 1), eb = (b.fIsDouble ? 8 : 4) * (b.fComplex ? 2 : 1);
     int64_t spanA = int64_t(a.fLength) * ea, spanB = int64_t(b.fLength) * eb;
-    if (const auto* m = dynamic_cast<const TMtx*>(&a); m && m->fRows > 0)
-        spanA = (int64_t(m->fRows - 1) * m->fLeadingCols + m->fCols) * ea;
-    if (const auto* m = dynamic_cast<const TMtx*>(&b); m && m->fRows > 0)
-        spanB = (int64_t(m->fRows - 1) * m->fLeadingCols + m->fCols) * eb;
+    if (a.fRovaneType == rvTMtx) {
+        const auto& m = static_cast<const TMtx&>(a);
+        if (m.fRows > 0) spanA = (int64_t(m.fRows - 1) * m.fLeadingCols + m.fCols) * ea;
+    }
+    if (b.fRovaneType == rvTMtx) {
+        const auto& m = static_cast<const TMtx&>(b);
+        if (m.fRows > 0) spanB = (int64_t(m.fRows - 1) * m.fLeadingCols + m.fCols) * eb;
+    }
     return pa < pb + spanB && pb < pa + spanA;
 }
 
@@ -210,7 +218,7 @@ void MultiplyInto(TMtx& self, const TMtx& ma, const TMtx& mb, Operand<T> a, Oper
     const bool beta0 = self.Beta.Re == 0 && self.Beta.Im == 0;
     T* c = At<T>(self);
     const int32_t ldc = Ld(self);
-    CachedMtx t1, t2;
+    LazyMtx t1, t2;
     // op(X) of an operand into a temporary, as a plain operand.
     auto materialize = [](const TMtx& src, Operand<T>& o, TMtx& tmp) {
         if (o.op == opTran)
@@ -282,7 +290,35 @@ const char* InnerText(TMtxOperation op1, TMtxOperation op2) {
 
 }  // namespace
 
-TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) { return Mul(mtx1, mtx2, mtGeneral, mtGeneral, opNone, opNone); }
+TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
+    // The common real product into a Self of the right shape: straight to
+    // the small kernel or to BLAS, before any of the general set-up.
+    const int32_t m = mtx1.fRows, k = mtx1.fCols, n = mtx2.fCols;
+    if (m > 0 && n > 0 && k > 0 && k == mtx2.fRows && fRows == m && fCols == n && !fComplex &&
+        fFloatPrecision == mtx1.fFloatPrecision && fFloatPrecision == mtx2.fFloatPrecision && Beta.Re == 0 &&
+        Beta.Im == 0 && Alfa.Im == 0 && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && &mtx1 != this &&
+        &mtx2 != this && !SharesMemory(mtx1, *this) && !SharesMemory(mtx2, *this)) {
+        if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct) {
+            // C^T = B^T A^T in the column-major call.
+            const auto& bl = blas::Blas();
+            if (fIsDouble)
+                bl.dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, Alfa.Re, mtx2.Values, mtx2.fLeadingCols,
+                         mtx1.Values, mtx1.fLeadingCols, 0.0, Values, fLeadingCols);
+            else
+                bl.sgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, float(Alfa.Re), mtx2.SValues,
+                         mtx2.fLeadingCols, mtx1.SValues, mtx1.fLeadingCols, 0.0f, SValues, fLeadingCols);
+        } else if (fIsDouble)
+            kern::Kernels<double>().GemmSmall(m, n, k, mtx1.Values, mtx1.fLeadingCols, 1, mtx2.Values,
+                                              mtx2.fLeadingCols, 1, Values, fLeadingCols,
+                                              kern::TArgs<double>{Alfa.Re, 0, 0, 0});
+        else
+            kern::Kernels<float>().GemmSmall(m, n, k, mtx1.SValues, mtx1.fLeadingCols, 1, mtx2.SValues,
+                                             mtx2.fLeadingCols, 1, SValues, fLeadingCols,
+                                             kern::TArgs<float>{float(Alfa.Re), 0, 0, 0});
+        return *this;
+    }
+    return Mul(mtx1, mtx2, mtGeneral, mtGeneral, opNone, opNone);
+}
 
 TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2, TMtxOperation op1, TMtxOperation op2) {
     return Mul(mtx1, mtx2, mtGeneral, mtGeneral, op1, op2);
@@ -299,6 +335,23 @@ TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2, TMtxType mtxType1, TMtxType 
     if (k != k2) EInvalidArgumentRaise(InnerText(op1, op2));
     if (mtx1.fIsDouble != mtx2.fIsDouble) EInvalidArgumentRaise("TMtx.Mul: Mtx1.IsDouble <> Mtx2.IsDouble");
     const bool cplx = mtx1.fComplex || mtx2.fComplex || Alfa.Im != 0 || Beta.Im != 0;
+    // Small general products of one precision: straight to the kernel, none
+    // of the paths below applies and their set-up would cost more than the
+    // product itself.
+    if (m <= kSmallProduct && n <= kSmallProduct && k <= kSmallProduct && m > 0 && n > 0 && k > 0 &&
+        !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && mtx1.fFloatPrecision == mtx2.fFloatPrecision &&
+        mtx1.fComplex == cplx && !SymType(mtxType1, cplx) && !SymType(mtxType2, cplx) && mtxType1 != mtTriangle &&
+        mtxType2 != mtTriangle && Beta.Re == 0 && Beta.Im == 0 && !SharesMemory(mtx1, *this) &&
+        !SharesMemory(mtx2, *this)) {
+        Size(m, n, mtx1.fFloatPrecision);
+        ByPrecision(mtx1.fFloatPrecision, [&](auto t) {
+            using T = decltype(t);
+            const Operand<T> oa{At<T>(mtx1), Ld(mtx1), op1, mtGeneral, tfUpper, false};
+            const Operand<T> ob{At<T>(mtx2), Ld(mtx2), op2, mtGeneral, tfUpper, false};
+            Gemm<T>(m, n, k, oa, ob, Scalars<T>{FromCplx<T>(Alfa), FromReal<T>(0)}, At<T>(*this), Ld(*this));
+        });
+        return *this;
+    }
     const bool isDouble = mtx1.fIsDouble;
     TTriangleForm form1 = mtx1.FTriangleForm, form2 = mtx2.FTriangleForm;
     bool unit1 = mtx1.FTriangleUnit, unit2 = mtx2.FTriangleUnit;
@@ -328,7 +381,7 @@ TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2, TMtxType mtxType1, TMtxType 
         if (cplx && !fComplex) ExtendToComplex(true);
     }
     // An operand that shares memory with Self is read from a copy.
-    CachedMtx c1, c2, w1, w2;
+    LazyMtx c1, c2, w1, w2;
     const TMtx* a = &mtx1;
     const TMtx* b = &mtx2;
     if (SharesMemory(*a, *this)) {
@@ -689,8 +742,8 @@ void VecProduct(TVec& self, const TMtx& mtx, const TVec& vec, TMtxType type, TMt
         self.Size(len, prec);
     }
     if (len == 0) return;
-    CachedMtx wm, cm;
-    CachedVec wv;
+    LazyMtx wm, cm;
+    LazyVec wv;
     const TMtx* a = &mtx;
     const TVec* x = &vec;
     if (SharesMemory(*a, self)) {

@@ -129,9 +129,17 @@ TMtx& TMtx::SetRow(const TRovane& vec, int32_t vecIndex, int32_t row, int32_t co
     if (vecIndex < 0 || int64_t(vecIndex) + len > vec.fLength)
         EInvalidArgumentRaise("Not within range: 0 <= (VecIndex + Len) <= Vec.Length");
     if (len == 0) return *this;
+    LazyVec tmp;
+    const TRovane* src = &vec;
+    if (SharesMemory(vec, *this)) {  // a view of Self: read it whole first
+        tmp->Size(len, vec.fFloatPrecision);
+        tmp->Copy(vec, vecIndex, 0, len);
+        src = &*tmp;
+        vecIndex = 0;
+    }
     ByPrecision(fFloatPrecision, [&](auto t) {
         using T = decltype(t);
-        const T* s = At<T>(vec) + vecIndex;
+        const T* s = At<T>(*src) + vecIndex;
         std::copy(s, s + len, &El<T>(*this, row, col));
     });
     return *this;
@@ -152,9 +160,18 @@ TMtx& TMtx::SetCol(const TRovane& vec, int32_t vecIndex, int32_t row, int32_t co
         EInvalidArgumentRaise("Row param is not within range: 0 <= (Row+Len) <= Rows");
     if (vecIndex < 0 || int64_t(vecIndex) + len > vec.fLength)
         EInvalidArgumentRaise("Not within range: 0 <= (VecIndex + Len) <= Vec.Length");
+    if (len == 0) return *this;
+    LazyVec tmp;
+    const TRovane* src = &vec;
+    if (SharesMemory(vec, *this)) {
+        tmp->Size(len, vec.fFloatPrecision);
+        tmp->Copy(vec, vecIndex, 0, len);
+        src = &*tmp;
+        vecIndex = 0;
+    }
     ByPrecision(fFloatPrecision, [&](auto t) {
         using T = decltype(t);
-        const T* s = At<T>(vec) + vecIndex;
+        const T* s = At<T>(*src) + vecIndex;
         for (int32_t i = 0; i < len; ++i) El<T>(*this, row + i, col) = s[i];
     });
     return *this;
@@ -170,9 +187,15 @@ TMtx& TMtx::Diag(const TRovane& vec, int32_t k) {
         EInvalidArgumentRaise("(((n - k) > fRows) or (n > fCols))");
     }
     const int32_t r0 = k >= 0 ? 0 : -k, c0 = k >= 0 ? k : 0;
+    LazyVec tmp;
+    const TRovane* src = &vec;
+    if (SharesMemory(vec, *this)) {
+        tmp->Copy(vec);
+        src = &*tmp;
+    }
     ByPrecision(fFloatPrecision, [&](auto t) {
         using T = decltype(t);
-        const T* s = At<T>(vec);
+        const T* s = At<T>(*src);
         for (int32_t i = 0; i < n; ++i) El<T>(*this, r0 + i, c0 + i) = s[i];
     });
     return *this;
@@ -201,6 +224,7 @@ TMtx& TMtx::CopyVec(const TRovane& vec, int32_t vecIndex, int32_t len, int32_t r
     CachedVec tmp;
     const TRovane* src = &vec;
     if (SharesMemory(vec, *this)) {
+        tmp->Size(len, vec.fFloatPrecision);
         tmp->Copy(vec, vecIndex, 0, len);
         src = &*tmp;
         vecIndex = 0;

@@ -86,6 +86,8 @@ public:
     TMtx& Size(int32_t aRows, int32_t aCols, bool aIsComplex);
     TMtx& Size(int32_t aRows, int32_t aCols, bool aIsComplex, bool aIsDouble);
     TMtx& Size(int32_t aRows, int32_t aCols, TMtxFloatPrecision precision);
+    // Rows x Cols with the precision of Like.
+    TMtx& Size(int32_t aRows, int32_t aCols, const TRovane& like) { return Size(aRows, aCols, like.fFloatPrecision); }
     TMtx& Size(const TRovaneBase& src) override;
     TMtx& Size(const TRovaneBase& src, bool complex) override;
     TMtx& Size(const TRovaneBase& src, TMtxFloatPrecision precision) override;

@@ -57,3 +57,29 @@ TEST(LapackGateway, IndexMappingAndSolve) {
     EXPECT_EQ(info, 0);
     EXPECT_DOUBLE_EQ(p[0], 2.0);
 }
+
+// A row-major TMtx through the transposed temporary: LU of A, then A^-1
+// from dgetri, copied back row-major; A * A^-1 is the identity.
+#include "rovane/primitives/LapackTemp.h"
+
+TEST(LapackGateway, TransposedTemporary) {
+    TMtx a, inv, prod, eye;
+    a.Size(3, 3);
+    const double v[9] = {4, 1, 2, 0, 3, 1, 1, 0, 5};  // not symmetric: a wrong orientation shows
+    for (int i = 0; i < 9; ++i) a.Values[i] = v[i];
+    {
+        lapack::TColumnMajor cm(a);
+        EXPECT_EQ(cm.D()[1], 0);  // column-major: (1, 0) follows (0, 0)
+        std::vector<int32_t> ipiv(3);
+        std::vector<double> work(64);
+        int32_t info = -1;
+        lapack::dgetrf(3, 3, cm.D(), 0, cm.Ld(), ipiv.data(), 0, info);
+        ASSERT_EQ(info, 0);
+        lapack::dgetri(3, cm.D(), 0, cm.Ld(), ipiv.data(), 0, work.data(), 0, 64, info);
+        ASSERT_EQ(info, 0);
+        cm.CopyBack(inv);
+    }
+    prod.Mul(a, inv);
+    eye.Eye(3, 3);
+    for (int i = 0; i < 9; ++i) EXPECT_NEAR(prod.Values[i], eye.Values[i], 1e-15);
+}

@@ -407,3 +407,41 @@ TEST(MatrixElementwise, MulElemAndFolds) {
     z.SumCols(s);
     rovane::test::ExpectRun(rovane::test::Reals(s), {4, 6});
 }
+
+// The small-product kernels of every instruction set the processor runs:
+// every size up to the limit, square and not, transposed operands, Beta.
+TEST(MatrixMul, SmallProductsOnEveryTable) {
+    for (TPrimitiveIsa isa : {piReference, piBaseline, piAvx2, piAvx512}) {
+        if (!SetPrimitiveIsa(isa)) continue;
+        Dyadic g(41);
+        int failures = 0;
+        for (TMtxFloatPrecision p : kPrecisions)
+            for (int m = 1; m <= 8 && failures == 0; ++m)
+                for (int n = 1; n <= 9 && failures == 0; n += 2) {
+                    failures += RunCase(p, m, n, m, kKinds[0], kKinds[0], opNone, opNone, TCplx(1, 0), TCplx(0, 0),
+                                        false, g);
+                    failures += RunCase(p, m, m, m, kKinds[0], kKinds[0], opNone, opNone, TCplx(0.5, 0),
+                                        TCplx(0.25, 0), false, g);
+                    failures += RunCase(p, m, n, 3, kKinds[0], kKinds[0], opTran, opHerm, TCplx(2, 0), TCplx(0, 0),
+                                        false, g);
+                }
+        // The two-argument form into a Self already of the result's shape
+        // (its direct path), Alfa applied.
+        for (TMtxFloatPrecision p : {rvSingle, rvDouble})
+            for (int m : {1, 2, 3, 4, 5, 6, 7, 8, 12, 20}) {
+                // Up to 8 the kernel, beyond it BLAS called directly.
+                const int k = m <= 8 ? 9 - m : m + 3;
+                TMtx a, b, c;
+                Random(a, m, k, p, g);
+                Random(b, k, m, p, g);
+                Random(c, m, m, p, g);
+                c.Alfa = TCplx(-2, 0);
+                c.Mul(a, b);
+                Ref want = Product(Of(a), Of(b));
+                for (auto& z : want.v) z *= -2;
+                failures += ExpectEqualRef(c, want, "Mul(a, b) direct");
+            }
+        EXPECT_EQ(failures, 0) << PrimitiveIsaName(isa);
+    }
+    SetPrimitiveIsa(DefaultPrimitiveIsa());
+}

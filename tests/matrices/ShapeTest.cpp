@@ -280,6 +280,11 @@ TEST(MatrixSizing, ResizeForms) {
     a.Size(v);  // a TVec of the same length keeps the shape
     EXPECT_EQ(a.Rows(), 3);
     EXPECT_EQ(a.IndexOf(2, 1), 9);
+    TVec like;
+    like.Size(1, rvSingleComplex);
+    b.Size(2, 5, like);
+    EXPECT_EQ(b.FloatPrecision(), rvSingleComplex);
+    EXPECT_EQ(b.Cols(), 5);
 }
 
 TEST(MatrixConcat, BlocksAndSplit) {
@@ -369,4 +374,38 @@ TEST(MatrixGenerators, Definitions) {
     TVec cr;
     cr.Size(2, true);
     ExpectMessage<ERovaneInvalidArgument>([&] { m.Toeplitz(row, cr); }, "FirstRow.Complex <> FirstCol.Complex");
+}
+
+// A row, column or diagonal written from a view of the same matrix reads
+// the view whole first.
+TEST(MatrixLines, SourcesThatAreViewsOfSelf) {
+    TMtx a;
+    SetM(a, 3, 3, false, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    TVec row;
+    row.SetSubRange(a, 1, 3);  // (2, 3, 4): overlaps rows 0 and 1
+    a.SetRow(row, 0, 1, 0, 3);
+    EXPECT_EQ(Get(a, 1, 0), Z(2));
+    EXPECT_EQ(Get(a, 1, 2), Z(4));
+    row.SetFullRange();
+    TVec col;
+    col.SetSubRange(a, 0, 3);  // (1, 2, 3), the first row
+    a.SetCol(col, 0, 0, 2, 3);
+    EXPECT_EQ(Get(a, 0, 2), Z(1));
+    EXPECT_EQ(Get(a, 1, 2), Z(2));
+    EXPECT_EQ(Get(a, 2, 2), Z(3));  // read before (0, 2), the view's last element, was written
+    col.SetFullRange();
+    TMtx b;
+    SetM(b, 4, 4, false, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
+    TVec d;
+    d.SetSubRange(b, 1, 3);  // (2, 3, 4)
+    b.Diag(d, -1);  // (1, 0), (2, 1), (3, 2)
+    EXPECT_EQ(Get(b, 1, 0), Z(2));
+    EXPECT_EQ(Get(b, 2, 1), Z(3));
+    EXPECT_EQ(Get(b, 3, 2), Z(4));
+    d.SetFullRange();
+    TVec flat;
+    flat.SetSubRange(b, 0, 4);
+    b.CopyVec(flat, 1, 3, 0, 1);  // (2, 3, 4) -> (0, 1), (0, 2), (0, 3)
+    EXPECT_EQ(Get(b, 0, 3), Z(4));
+    flat.SetFullRange();
 }
