@@ -763,7 +763,9 @@ public:
     explicit operator TSmallIntArray() const;
     explicit operator TByteArray() const;
 
-    MatrixInt& Size(int32_t aLength, TIntPrecision precision = prInt32);
+    MatrixInt& Size(int32_t aRows, int32_t aCols, TIntPrecision precision = prInt32);
+    int32_t Rows() const { return Data().Rows(); }
+    int32_t Cols() const { return Data().Cols(); }
 
     int32_t Length() const { return Data().Length(); }
     TIntPrecision IntPrecision() const { return Data().IntPrecision(); }

@@ -159,7 +159,7 @@ MatrixInt::MatrixInt(int32_t aRows, int32_t aCols, TIntPrecision precision) {
     const int64_t n = int64_t(aRows) * aCols;
     if (aRows < 0 || aCols < 0 || n > INT32_MAX)
         ERangeErrorRaise("MatrixInt: Rows*Cols can not be larger than 2147483647!");
-    Data().Size(int32_t(n), precision);
+    Data().Size(aRows, aCols, precision);
 }
 MatrixInt::MatrixInt(bool aFromCache) { CreateFromCache(aFromCache); }
 MatrixInt::MatrixInt(const TIntegerArray& values) { FromArray(Data(), values.data(), values.Length(), prInt32); }
@@ -171,7 +171,9 @@ MatrixInt& MatrixInt::Assign(const TRovaneInt& src) {
 MatrixInt::operator TIntegerArray() const { return ShareInt<int32_t>(Data(), prInt32, kInt32Text); }
 MatrixInt::operator TSmallIntArray() const { return ShareInt<int16_t>(Data(), prInt16, kInt16Text); }
 MatrixInt::operator TByteArray() const { return ShareInt<uint8_t>(Data(), prInt8, kInt8Text); }
-MatrixInt& MatrixInt::Size(int32_t aLength, TIntPrecision precision) { return Data().Size(aLength, precision), *this; }
+MatrixInt& MatrixInt::Size(int32_t aRows, int32_t aCols, TIntPrecision precision) {
+    return Data().Size(aRows, aCols, precision), *this;
+}
 int32_t MatrixInt::operator[](int32_t i) const { return ReadElement(Data(), i); }
 void MatrixInt::SetElement(int32_t i, int32_t value) { WriteElement(Data(), i, value); }
 

@@ -442,3 +442,17 @@ TEST(RecordMembers, StreamsTextAndTheFreeFoldsMakeNewRecords) {
     EXPECT_EQ(again.Cols(), 3);
     EXPECT_TRUE(again == m);
 }
+
+// An integer matrix record has the shape and width it was made with, also
+// after Size.
+TEST(RecordMembers, IntegerMatrixRecordKeepsShapeAndWidth) {
+    MatrixInt m(2, 3, prInt8);
+    EXPECT_EQ(m.Rows(), 2);
+    EXPECT_EQ(m.Cols(), 3);
+    EXPECT_EQ(m.IntPrecision(), prInt8);
+    m.Size(4, 1, prInt16);
+    EXPECT_EQ(m.Rows(), 4);
+    EXPECT_EQ(m.Cols(), 1);
+    EXPECT_EQ(m.Length(), 4);
+    EXPECT_EQ(m.IntPrecision(), prInt16);
+}
