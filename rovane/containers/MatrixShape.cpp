@@ -269,6 +269,27 @@ TMtx& TMtx::Copy(const TMtx& mtx, int32_t mtxRow, int32_t mtxCol, int32_t row, i
 }
 
 // ---- TVec from a matrix ----------------------------------------------------
+namespace {
+// The run of Len elements from (Row, Col) along a row, or down a column,
+// lies inside the matrix.
+void RowRunCheck(const TMtx& mtx, int32_t row, int32_t col, int32_t len) {
+    if (row < 0 || row >= mtx.fRows) ERaiseFmt("TVec.GetRow: Row out of range. (Row: %d, Rows: %d)", row, mtx.fRows);
+    if (len < 0) ERaiseFmt("TVec.GetRow: Invalid Length (Len: %d)", len);
+    if (col < 0 || col > mtx.fCols)
+        ERaiseFmt("TVec.GetRow: Col out of range (Col: %d, Len: %d, Cols: %d)", col, len, mtx.fCols);
+    if (int64_t(col) + len > mtx.fCols)
+        ERaiseFmt("TVec.GetRow: Col/Len out of range (Col: %d, Len: %d, Cols: %d)", col, len, mtx.fCols);
+}
+void ColRunCheck(const TMtx& mtx, int32_t row, int32_t col, int32_t len) {
+    if (col < 0 || col >= mtx.fCols) ERaiseFmt("TVec.GetCol: Col out of range. (Col: %d, Cols: %d)", col, mtx.fCols);
+    if (len < 0) ERaiseFmt("TVec.GetCol: Invalid Length (Len: %d)", len);
+    if (row < 0 || row > mtx.fRows)
+        ERaiseFmt("TVec.GetCol: Row out of range (Row: %d, Len: %d, Rows: %d)", row, len, mtx.fRows);
+    if (int64_t(row) + len > mtx.fRows)
+        ERaiseFmt("TVec.GetCol: Row/Len out of range (Row: %d, Len: %d, Rows: %d)", row, len, mtx.fRows);
+}
+}  // namespace
+
 TVec& TVec::GetRow(const TMtx& mtx, int32_t row) {
     if (row < 0 || row >= mtx.fRows) ERaiseFmt("TVec.GetRow: Row out of range. (Row: %d, Rows: %d)", row, mtx.fRows);
     Size(mtx.fCols, mtx.fFloatPrecision);
@@ -276,12 +297,7 @@ TVec& TVec::GetRow(const TMtx& mtx, int32_t row) {
 }
 
 TVec& TVec::GetRow(const TMtx& mtx, int32_t row, int32_t col, int32_t len) {
-    if (row < 0 || row >= mtx.fRows) ERaiseFmt("TVec.GetRow: Row out of range. (Row: %d, Rows: %d)", row, mtx.fRows);
-    if (len < 0) ERaiseFmt("TVec.GetRow: Invalid Length (Len: %d)", len);
-    if (col < 0 || col > mtx.fCols)
-        ERaiseFmt("TVec.GetRow: Col out of range (Col: %d, Len: %d, Cols: %d)", col, len, mtx.fCols);
-    if (int64_t(col) + len > mtx.fCols)
-        ERaiseFmt("TVec.GetRow: Col/Len out of range (Col: %d, Len: %d, Cols: %d)", col, len, mtx.fCols);
+    RowRunCheck(mtx, row, col, len);
     Size(len, mtx.fFloatPrecision);
     return GetRow(mtx, row, col, 0, len);
 }
@@ -289,12 +305,7 @@ TVec& TVec::GetRow(const TMtx& mtx, int32_t row, int32_t col, int32_t len) {
 TVec& TVec::GetRow(const TMtx& mtx, int32_t row, int32_t col, int32_t index, int32_t len) {
     if (mtx.fComplex != fComplex) ERaise("TVec.GetRow: Complex <> Mtx.Complex");
     if (mtx.fFloatPrecision != fFloatPrecision) ERaise("TVec.GetRow: FloatPrecision <> Mtx.FloatPrecision");
-    if (row < 0 || row >= mtx.fRows) ERaiseFmt("TVec.GetRow: Row out of range. (Row: %d, Rows: %d)", row, mtx.fRows);
-    if (len < 0) ERaiseFmt("TVec.GetRow: Invalid Length (Len: %d)", len);
-    if (col < 0 || col > mtx.fCols)
-        ERaiseFmt("TVec.GetRow: Col out of range (Col: %d, Len: %d, Cols: %d)", col, len, mtx.fCols);
-    if (int64_t(col) + len > mtx.fCols)
-        ERaiseFmt("TVec.GetRow: Col/Len out of range (Col: %d, Len: %d, Cols: %d)", col, len, mtx.fCols);
+    RowRunCheck(mtx, row, col, len);
     ValidateParams(index, len);
     if (len == 0) return *this;
     ByPrecision(fFloatPrecision, [&](auto t) {
@@ -312,12 +323,7 @@ TVec& TVec::GetCol(const TMtx& mtx, int32_t col) {
 }
 
 TVec& TVec::GetCol(const TMtx& mtx, int32_t row, int32_t col, int32_t len) {
-    if (col < 0 || col >= mtx.fCols) ERaiseFmt("TVec.GetCol: Col out of range. (Col: %d, Cols: %d)", col, mtx.fCols);
-    if (len < 0) ERaiseFmt("TVec.GetCol: Invalid Length (Len: %d)", len);
-    if (row < 0 || row > mtx.fRows)
-        ERaiseFmt("TVec.GetCol: Row out of range (Row: %d, Len: %d, Rows: %d)", row, len, mtx.fRows);
-    if (int64_t(row) + len > mtx.fRows)
-        ERaiseFmt("TVec.GetCol: Row/Len out of range (Row: %d, Len: %d, Rows: %d)", row, len, mtx.fRows);
+    ColRunCheck(mtx, row, col, len);
     Size(len, mtx.fFloatPrecision);
     return GetCol(mtx, row, col, 0, len);
 }
@@ -325,12 +331,7 @@ TVec& TVec::GetCol(const TMtx& mtx, int32_t row, int32_t col, int32_t len) {
 TVec& TVec::GetCol(const TMtx& mtx, int32_t row, int32_t col, int32_t index, int32_t len) {
     if (mtx.fComplex != fComplex) ERaise("TVec.GetRow: Complex <> Mtx.Complex");
     if (mtx.fFloatPrecision != fFloatPrecision) ERaise("TVec.GetRow: FloatPrecision <> Mtx.FloatPrecision");
-    if (col < 0 || col >= mtx.fCols) ERaiseFmt("TVec.GetCol: Col out of range. (Col: %d, Cols: %d)", col, mtx.fCols);
-    if (len < 0) ERaiseFmt("TVec.GetCol: Invalid Length (Len: %d)", len);
-    if (row < 0 || row > mtx.fRows)
-        ERaiseFmt("TVec.GetCol: Row out of range (Row: %d, Len: %d, Rows: %d)", row, len, mtx.fRows);
-    if (int64_t(row) + len > mtx.fRows)
-        ERaiseFmt("TVec.GetCol: Row/Len out of range (Row: %d, Len: %d, Rows: %d)", row, len, mtx.fRows);
+    ColRunCheck(mtx, row, col, len);
     ValidateParams(index, len);
     ByPrecision(fFloatPrecision, [&](auto t) {
         using T = decltype(t);

@@ -3,39 +3,13 @@
 #pragma once
 
 #include <cstdint>
+
+#include "rovane/scalars/QuickSort.h"
 #include <utility>
 
 namespace rovane::select {
 
-// The library's quick sort: Hoare partition around the middle element of the
-// inclusive range, the cursors stepping while below (above) the pivot, the
-// left part by recursion and the right part by the loop. The order of equal
-// keys is what this walk gives; every member that promises "the order of the
-// library's quick sort" runs this one routine (the same walk as
-// QuickSortAsc/CQuickSortAsc of the scalar module).
-template <bool Desc, class K, class KeyAt, class Swap>
-void HoareSort(int32_t lo, int32_t hi, const KeyAt& key, const Swap& swap) {
-    while (lo < hi) {
-        int32_t i = lo, j = hi;
-        const K p = key(static_cast<int32_t>((static_cast<int64_t>(lo) + hi) >> 1));
-        do {
-            if constexpr (Desc) {
-                while (key(i) > p) ++i;
-                while (key(j) < p) --j;
-            } else {
-                while (key(i) < p) ++i;
-                while (key(j) > p) --j;
-            }
-            if (i <= j) {
-                if (i != j) swap(i, j);
-                ++i;
-                --j;
-            }
-        } while (i <= j);
-        if (lo < j) HoareSort<Desc, K>(lo, j, key, swap);
-        lo = i;
-    }
-}
+using detail::HoareSort;
 
 // Keys sorted in place, the values travelling with them.
 template <bool Desc, class K, class V>

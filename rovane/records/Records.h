@@ -88,10 +88,91 @@ class Matrix;
 class VectorInt;
 class MatrixInt;
 
+
+// The face that Vector and Matrix share, written once: the object on first
+// touch, the conversions to it, the switches of its sub-range forms, the
+// forwarded properties and the element access. Rec is the record, Obj its
+// container class.
+template <class Rec, class Obj>
+class TFloatRecord : public TRecordHandle {
+public:
+    // The object, created from the thread's cache on first touch.
+    Obj& Data() const {
+        if (!fObject) static_cast<const Rec*>(this)->CreateFromCache(true);
+        return *static_cast<Obj*>(fObject);
+    }
+    operator Obj&() const { return Data(); }
+    Obj* operator->() const { return &Data(); }
+
+    // The self form of SetSubRange (and Select) blocked or allowed again;
+    // EnableSelect blocks and DisableSelect allows, reversed on purpose.
+    Rec& DisableSubrange() { return Data().DisableSubrange(), Self(); }
+    Rec& EnableSubrange() { return Data().EnableSubrange(), Self(); }
+    Rec& EnableSelect() { return Data().EnableSelect(), Self(); }
+    Rec& DisableSelect() { return Data().DisableSelect(), Self(); }
+
+    // ---- properties ----------------------------------------------------
+    int32_t Length() const { return Data().Length(); }
+    bool Complex() const { return Data().Complex(); }
+    void SetComplex(bool value) { Data().SetComplex(value); }
+    bool IsDouble() const { return Data().IsDouble(); }
+    TMtxFloatPrecision FloatPrecision() const { return Data().FloatPrecision(); }
+    void SetFloatPrecision(TMtxFloatPrecision value) { Data().SetFloatPrecision(value); }
+    int32_t Capacity() const { return Data().Capacity(); }
+    double CapacityStep() const { return Data().CapacityStep(); }
+    void SetCapacityStep(double value) { Data().SetCapacityStep(value); }
+    TPrecision Precision() const { return Data().Precision(); }
+    void SetPrecision(TPrecision value) { Data().SetPrecision(value); }
+    TRounding Rounding() const { return Data().Rounding(); }
+    void SetRounding(TRounding value) { Data().SetRounding(value); }
+    bool ConditionCheck() const { return Data().ConditionCheck(); }
+    void SetConditionCheck(bool value) { Data().SetConditionCheck(value); }
+    TCplx Alfa() const { return Data().Alfa; }
+    void SetAlfa(const TCplx& value) { Data().Alfa = value; }
+    TCplx Beta() const { return Data().Beta; }
+    void SetBeta(const TCplx& value) { Data().Beta = value; }
+    double ZeroTolerance() const { return Data().ZeroTolerance(); }
+    void SetZeroTolerance(double value) { Data().SetZeroTolerance(value); }
+    std::string Caption() const { return Data().Caption(); }
+    void SetCaption(std::string value) { Data().SetCaption(std::move(value)); }
+    int32_t Tag() const { return Data().Tag(); }
+    void SetTag(int32_t value) { Data().SetTag(value); }
+    bool IsSubRange() const { return Data().IsSubRange(); }
+    int32_t SubRangeLevel() const { return Data().SubRangeLevel(); }
+    bool BlockEnd() const { return Data().BlockEnd(); }
+    double First() const { return Data().First(); }
+    TCplx Firstc() const { return Data().Firstc(); }
+    double Last() const { return Data().Last(); }
+    TCplx Lastc() const { return Data().Lastc(); }
+    bool FFTScrambled() const { return Data().FFTScrambled(); }
+    bool FFTOddLength() const { return Data().FFTOddLength(); }
+    std::string RealValues() const { return Data().RealValues(); }
+    std::string ComplexValues() const { return Data().ComplexValues(); }
+
+    // ---- elements ------------------------------------------------------
+    // Element i of the real view (a matrix: its rows end to end) as a double
+    // over either precision (a single value widened); writing narrows to the
+    // storage. Unchecked. A const record reads a double (what printf and
+    // other variadic calls need); Values(i) reads one on any record.
+    TRovane::ElementRef operator[](int32_t i) { return Data()[i]; }
+    double operator[](int32_t i) const { return Data().GetElement(i); }
+    double Values(int32_t i) const { return Data().GetElement(i); }
+    double* PValues1D(int32_t i) const { return Data().PValues1D(i); }
+    TCplx* PCValues1D(int32_t i) const { return Data().PCValues1D(i); }
+    float* PSValues1D(int32_t i) const { return Data().PSValues1D(i); }
+    TSCplx* PSCValues1D(int32_t i) const { return Data().SCData + Data().FCDataOffset + i; }
+
+protected:
+    TFloatRecord() noexcept = default;
+
+private:
+    Rec& Self() { return static_cast<Rec&>(*this); }
+};
+
 // ---------------------------------------------------------------------------
 // Vector
 // ---------------------------------------------------------------------------
-class ROVANE_API Vector : public TRecordHandle {
+class ROVANE_API Vector : public TFloatRecord<Vector, TVec> {
 public:
     using Object_t = TVec;
 
@@ -127,13 +208,6 @@ public:
     explicit Vector(const TVecInt& src);
     explicit Vector(const VectorInt& src);
 
-    // The object, created from the thread's cache on first touch.
-    TVec& Data() const {
-        if (!fObject) CreateFromCache(true);
-        return *static_cast<TVec*>(fObject);
-    }
-    operator TVec&() const { return Data(); }
-    TVec* operator->() const { return &Data(); }
     // Nothing when the record has an object; else a new one, from the cache
     // or made directly.
     void CreateFromCache(bool aFromCache) const;
@@ -181,67 +255,14 @@ public:
     // Narrows the object to a range of its own (a sub-range), and back.
     Vector& Select(int32_t index, int32_t len);
     Vector& SelectAll();
-    // The self form of SetSubRange (and Select) blocked or allowed again;
-    // EnableSelect blocks and DisableSelect allows, reversed on purpose.
-    Vector& DisableSubrange() { return Data().DisableSubrange(), *this; }
-    Vector& EnableSubrange() { return Data().EnableSubrange(), *this; }
-    Vector& EnableSelect() { return Data().EnableSelect(), *this; }
-    Vector& DisableSelect() { return Data().DisableSelect(), *this; }
 
-    // ---- properties ----------------------------------------------------
-    int32_t Length() const { return Data().Length(); }
+    // ---- properties (the rest in TFloatRecord) ---------------------------
     void SetLength(int32_t value) { Data().SetLength(value); }
-    bool Complex() const { return Data().Complex(); }
-    void SetComplex(bool value) { Data().SetComplex(value); }
-    bool IsDouble() const { return Data().IsDouble(); }
-    TMtxFloatPrecision FloatPrecision() const { return Data().FloatPrecision(); }
-    void SetFloatPrecision(TMtxFloatPrecision value) { Data().SetFloatPrecision(value); }
-    int32_t Capacity() const { return Data().Capacity(); }
-    double CapacityStep() const { return Data().CapacityStep(); }
-    void SetCapacityStep(double value) { Data().SetCapacityStep(value); }
-    TPrecision Precision() const { return Data().Precision(); }
-    void SetPrecision(TPrecision value) { Data().SetPrecision(value); }
-    TRounding Rounding() const { return Data().Rounding(); }
-    void SetRounding(TRounding value) { Data().SetRounding(value); }
-    bool ConditionCheck() const { return Data().ConditionCheck(); }
-    void SetConditionCheck(bool value) { Data().SetConditionCheck(value); }
-    TCplx Alfa() const { return Data().Alfa; }
-    void SetAlfa(const TCplx& value) { Data().Alfa = value; }
-    TCplx Beta() const { return Data().Beta; }
-    void SetBeta(const TCplx& value) { Data().Beta = value; }
-    double ZeroTolerance() const { return Data().ZeroTolerance(); }
-    void SetZeroTolerance(double value) { Data().SetZeroTolerance(value); }
-    std::string Caption() const { return Data().Caption(); }
-    void SetCaption(std::string value) { Data().SetCaption(std::move(value)); }
-    int32_t Tag() const { return Data().Tag(); }
-    void SetTag(int32_t value) { Data().SetTag(value); }
-    bool IsSubRange() const { return Data().IsSubRange(); }
-    int32_t SubRangeLevel() const { return Data().SubRangeLevel(); }
-    bool BlockEnd() const { return Data().BlockEnd(); }
-    double First() const { return Data().First(); }
-    TCplx Firstc() const { return Data().Firstc(); }
-    double Last() const { return Data().Last(); }
-    TCplx Lastc() const { return Data().Lastc(); }
-    bool FFTScrambled() const { return Data().FFTScrambled(); }
-    bool FFTOddLength() const { return Data().FFTOddLength(); }
-    std::string RealValues() const { return Data().RealValues(); }
-    std::string ComplexValues() const { return Data().ComplexValues(); }
 
-    // ---- elements ------------------------------------------------------
-    // Element i of the real view as a double over either precision (a
-    // single value widened); writing narrows to the storage. Unchecked.
-    // A const record reads a double (what printf and other variadic calls
-    // need); Values(i) reads one on any record.
-    TRovane::ElementRef operator[](int32_t i) { return Data()[i]; }
-    double operator[](int32_t i) const { return Data().GetElement(i); }
-    double Values(int32_t i) const { return Data().GetElement(i); }
+    // ---- elements (the rest in TFloatRecord) -----------------------------
     TCplx CValues(int32_t i) const;
     float& SValues(int32_t i) const { return Data().SValues[i]; }
     TSCplx& SCValues(int32_t i) const { return Data().SCValues[i]; }
-    double* PValues1D(int32_t i) const { return Data().PValues1D(i); }
-    TCplx* PCValues1D(int32_t i) const { return Data().PCValues1D(i); }
-    float* PSValues1D(int32_t i) const { return Data().PSValues1D(i); }
-    TSCplx* PSCValues1D(int32_t i) const { return Data().SCData + Data().FCDataOffset + i; }
 
     // ---- compound assignment: in place, seen by every sharing record ------
     Vector& operator+=(const TRovane& x);
@@ -264,7 +285,7 @@ public:
 // ---------------------------------------------------------------------------
 // Matrix
 // ---------------------------------------------------------------------------
-class ROVANE_API Matrix : public TRecordHandle {
+class ROVANE_API Matrix : public TFloatRecord<Matrix, TMtx> {
 public:
     using Object_t = TMtx;
 
@@ -293,12 +314,6 @@ public:
     explicit Matrix(const TCplxArray& values);
     explicit Matrix(const TMtx& src);
 
-    TMtx& Data() const {
-        if (!fObject) CreateFromCache(true);
-        return *static_cast<TMtx*>(fObject);
-    }
-    operator TMtx&() const { return Data(); }
-    TMtx* operator->() const { return &Data(); }
     void CreateFromCache(bool aFromCache) const;
 
     Matrix& Assign(const TRovaneBase& src);
@@ -332,65 +347,17 @@ public:
     }
     Matrix& Select(int32_t index, int32_t len);
     Matrix& SelectAll();
-    // The self form of SetSubRange (and Select) blocked or allowed again;
-    // EnableSelect blocks and DisableSelect allows, reversed on purpose.
-    Matrix& DisableSubrange() { return Data().DisableSubrange(), *this; }
-    Matrix& EnableSubrange() { return Data().EnableSubrange(), *this; }
-    Matrix& EnableSelect() { return Data().EnableSelect(), *this; }
-    Matrix& DisableSelect() { return Data().DisableSelect(), *this; }
 
     int32_t Rows() const { return Data().Rows(); }
     int32_t Cols() const { return Data().Cols(); }
     int32_t LeadingCols() const { return Data().LeadingCols(); }
     bool Quadratic() const { return Data().Quadratic(); }
-    int32_t Length() const { return Data().Length(); }
-    bool Complex() const { return Data().Complex(); }
-    void SetComplex(bool value) { Data().SetComplex(value); }
-    bool IsDouble() const { return Data().IsDouble(); }
-    TMtxFloatPrecision FloatPrecision() const { return Data().FloatPrecision(); }
-    void SetFloatPrecision(TMtxFloatPrecision value) { Data().SetFloatPrecision(value); }
-    int32_t Capacity() const { return Data().Capacity(); }
-    double CapacityStep() const { return Data().CapacityStep(); }
-    void SetCapacityStep(double value) { Data().SetCapacityStep(value); }
-    TPrecision Precision() const { return Data().Precision(); }
-    void SetPrecision(TPrecision value) { Data().SetPrecision(value); }
-    TRounding Rounding() const { return Data().Rounding(); }
-    void SetRounding(TRounding value) { Data().SetRounding(value); }
-    bool ConditionCheck() const { return Data().ConditionCheck(); }
-    void SetConditionCheck(bool value) { Data().SetConditionCheck(value); }
-    TCplx Alfa() const { return Data().Alfa; }
-    void SetAlfa(const TCplx& value) { Data().Alfa = value; }
-    TCplx Beta() const { return Data().Beta; }
-    void SetBeta(const TCplx& value) { Data().Beta = value; }
-    double ZeroTolerance() const { return Data().ZeroTolerance(); }
-    void SetZeroTolerance(double value) { Data().SetZeroTolerance(value); }
-    std::string Caption() const { return Data().Caption(); }
-    void SetCaption(std::string value) { Data().SetCaption(std::move(value)); }
-    int32_t Tag() const { return Data().Tag(); }
-    void SetTag(int32_t value) { Data().SetTag(value); }
-    bool IsSubRange() const { return Data().IsSubRange(); }
-    int32_t SubRangeLevel() const { return Data().SubRangeLevel(); }
-    bool BlockEnd() const { return Data().BlockEnd(); }
-    double First() const { return Data().First(); }
-    TCplx Firstc() const { return Data().Firstc(); }
-    double Last() const { return Data().Last(); }
-    TCplx Lastc() const { return Data().Lastc(); }
-    bool FFTScrambled() const { return Data().FFTScrambled(); }
-    bool FFTOddLength() const { return Data().FFTOddLength(); }
-    std::string RealValues() const { return Data().RealValues(); }
-    std::string ComplexValues() const { return Data().ComplexValues(); }
 
-    // Element i of the rows laid end to end; (row, col) by Values(row, col).
-    TRovane::ElementRef operator[](int32_t i) { return Data()[i]; }
-    double operator[](int32_t i) const { return Data().GetElement(i); }
-    double Values(int32_t i) const { return Data().GetElement(i); }
+    // Element (row, col); element i of the rows end to end in TFloatRecord.
+    using TFloatRecord::Values;
     double Values(int32_t row, int32_t col) const;
     TCplx CValues(int32_t i) const;
     TCplx CValues(int32_t row, int32_t col) const;
-    double* PValues1D(int32_t i) const { return Data().PValues1D(i); }
-    TCplx* PCValues1D(int32_t i) const { return Data().PCValues1D(i); }
-    float* PSValues1D(int32_t i) const { return Data().PSValues1D(i); }
-    TSCplx* PSCValues1D(int32_t i) const { return Data().SCData + Data().FCDataOffset + i; }
 
     // Compound assignment; *= is elementwise, as * is.
     Matrix& operator+=(const TRovane& x);

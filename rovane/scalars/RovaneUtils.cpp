@@ -3,6 +3,8 @@
 // wrappers around it.
 #include "rovane/scalars/RovaneUtils.h"
 
+#include "rovane/scalars/QuickSort.h"
+
 #include <algorithm>
 #include <charconv>
 #include <clocale>
@@ -512,33 +514,7 @@ inline float SortKey(float x) { return x; }
 inline double SortKey(const TCplx& z) { return z.Re * z.Re + z.Im * z.Im; }
 inline float SortKey(const TSCplx& z) { return z.Re * z.Re + z.Im * z.Im; }
 
-// Hoare partition around the middle element; the two cursors move toward one
-// another, the left part recurses, the right part loops. `key(i)` gives the
-// key of element i and `swap(i, j)` exchanges two elements with everything
-// that travels with them.
-template <bool Desc, class K, class KeyAt, class Swap>
-void HoareSort(int32_t lo, int32_t hi, const KeyAt& key, const Swap& swap) {
-    while (lo < hi) {
-        int32_t i = lo, j = hi;
-        const K p = key(static_cast<int32_t>((static_cast<int64_t>(lo) + hi) >> 1));
-        do {
-            if constexpr (Desc) {
-                while (key(i) > p) ++i;
-                while (key(j) < p) --j;
-            } else {
-                while (key(i) < p) ++i;
-                while (key(j) > p) --j;
-            }
-            if (i <= j) {
-                if (i != j) swap(i, j);
-                ++i;
-                --j;
-            }
-        } while (i <= j);
-        if (lo < j) HoareSort<Desc, K>(lo, j, key, swap);
-        lo = i;
-    }
-}
+using detail::HoareSort;
 
 // Elements at v[index + k * stride], ordered by their own key.
 template <bool Desc, class T>
