@@ -13,7 +13,7 @@ string(REGEX REPLACE "\n[ \t]+" "\n" corpus "${corpus}")
 
 # The pages whose every block is copied from a program; the older pages
 # (fft, kernel-tables, parallel, random, streams) still show fragments.
-set(pages records integers reductions matrices)
+set(pages records integers reductions matrices fft kernel-tables parallel random streams)
 list(TRANSFORM pages PREPEND ${SOURCE_DIR}/docs/using/)
 list(TRANSFORM pages APPEND .md)
 set(count 0)
