@@ -11,8 +11,7 @@ foreach(f ${snippets})
 endforeach()
 string(REGEX REPLACE "\n[ \t]+" "\n" corpus "${corpus}")
 
-# The pages whose every block is copied from a program; the older pages
-# (fft, kernel-tables, parallel, random, streams) still show fragments.
+# The pages of the guide; every block of each is copied from a program.
 set(pages records integers reductions matrices fft kernel-tables parallel random streams)
 list(TRANSFORM pages PREPEND ${SOURCE_DIR}/docs/using/)
 list(TRANSFORM pages APPEND .md)
