@@ -634,21 +634,8 @@ namespace {
 // Parses ListLen lines from ListIndex into a rows x cols block of values.
 std::vector<TCplx> ParseMatrixLines(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t cols,
                                     std::string_view delimiter, bool complex, bool isDouble) {
-    std::vector<TCplx> v(static_cast<size_t>(int64_t(listLen) * cols), TCplx(0.0, 0.0));
-    for (int32_t i = 0; i < listLen; ++i) {
-        const std::string& line = src[listIndex + i];
-        size_t pos = 0;
-        std::string_view item;
-        int32_t k = 0;
-        while (NextItem(line, pos, delimiter, item)) {
-            if (k > cols - 1) ERangeErrorRaise("k > AMtx.Cols-1");
-            WrapLine(listIndex + i, [&] {
-                v[static_cast<size_t>(int64_t(i) * cols + k)] = ParseItem(item, complex, isDouble);
-            });
-            ++k;
-        }
-    }
-    return v;
+    return ParseLines<TCplx>(src, listIndex, listLen, cols, delimiter, TCplx(0.0, 0.0),
+                             [&](std::string_view item) { return ParseItem(item, complex, isDouble); });
 }
 }  // namespace
 

@@ -15,6 +15,8 @@
 #include <vector>
 
 #include "rovane/containers/AbstractRovane.h"
+#include "rovane/containers/MatrixSettings.h"
+#include "rovane/strings/StringVar.h"
 
 namespace rovane {
 
@@ -131,6 +133,27 @@ void WrapLine(int32_t line, Fn&& fn) {
     } catch (const std::exception& e) {
         ERaiseFmt("When reading line number %d, an error occured: %s.", line, e.what());
     }
+}
+
+// Parses listLen lines from listIndex into a listLen x cols block, row by
+// row; items missing at the end of a line keep fill. A line with more items
+// than cols raises "k > AMtx.Cols-1".
+template <class T, class Parse>
+std::vector<T> ParseLines(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t cols,
+                          std::string_view delimiter, T fill, Parse&& parse) {
+    std::vector<T> v(static_cast<size_t>(int64_t(listLen) * cols), fill);
+    for (int32_t i = 0; i < listLen; ++i) {
+        const std::string& line = src[listIndex + i];
+        size_t pos = 0;
+        std::string_view item;
+        int32_t k = 0;
+        while (NextItem(line, pos, delimiter, item)) {
+            if (k > cols - 1) ERangeErrorRaise("k > AMtx.Cols-1");
+            WrapLine(listIndex + i, [&] { v[static_cast<size_t>(int64_t(i) * cols + k)] = parse(item); });
+            ++k;
+        }
+    }
+    return v;
 }
 
 }  // namespace streamforms
