@@ -141,16 +141,13 @@ std::string FormatInt(int32_t v, std::string_view format) {
     return format.empty() ? std::to_string(v) : FormatSample(format, static_cast<double>(v));
 }
 
-const char* WidthName(TIntPrecision p) {
-    return p == prInt32 ? "32-bit integer" : p == prInt16 ? "16-bit integer" : "8-bit unsigned integer";
-}
-
 // One integer of the width from text; a value outside the width raises
 // rather than wrapping.
 int32_t ParseInt(std::string_view item, TIntPrecision p) {
     const int32_t v = StrToInteger(item);
     if (v < WidthMin(p) || v > WidthMax(p))
-        throw std::out_of_range("'" + std::string(item) + "' lies outside the range of a " + WidthName(p));
+        throw std::out_of_range("'" + std::string(item) + "' lies outside " + std::to_string(WidthMin(p)) + ".." +
+                                std::to_string(WidthMax(p)) + ", the range of the width");
     return v;
 }
 
