@@ -210,6 +210,35 @@ TEST(IntStreams, DamagedOrForeignStreamsLeaveTheObject) {
     EXPECT_EQ(IntState(whole).Values, (std::vector<int32_t>{5, 6, 7}));
 }
 
+TEST(IntStreams, OldVersionsAndPipes) {
+    // A vector stream of version 103: no signature, no caption, and two
+    // values more than its length, which are read and dropped.
+    float f[11] = {0, 2, 0, 1, float(prInteger), 103, 4, 0, 0, 0, 0};
+    std::string bytes(reinterpret_cast<const char*>(f), sizeof f);
+    for (int32_t x : {10, 20, 99, 99, 77}) bytes.append(reinterpret_cast<const char*>(&x), 4);
+    std::stringstream s(bytes);
+    TVecInt v;
+    v.SetTag(5);
+    EXPECT_EQ(v.ReadHeader(s), prInteger);
+    EXPECT_EQ(FileVersion, 103);
+    EXPECT_EQ(v.ReadValues(s, prInteger), 4);
+    EXPECT_EQ(IntState(v).Values, (std::vector<int32_t>{10, 20}));
+    EXPECT_EQ(v.Tag(), 5);
+    EXPECT_EQ(StreamReadInt32(s), 77);
+
+    // A stream that cannot seek loads through the buffered path.
+    TMtxInt m;
+    m.Size(3, 2, prInt16);
+    Fill(m, {1, -2, 3, -4, 5, -6});
+    std::stringstream ms;
+    m.SaveToStream(ms);
+    PipeBuf pipe(ms.str());
+    std::istream in(&pipe);
+    TMtxSmallInt r;
+    r.LoadFromStream(in);
+    EXPECT_TRUE(IntState(r) == IntState(m));
+}
+
 TEST(IntStreams, FilesAppendAndMatrixMarket) {
     const std::string name = testing::TempDir() + "rovane_intstreams.bin";
     TVecInt a;
