@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "rovane/storage/RovaneBase.h"
+#include "rovane/storage/Streams.h"
 
 namespace rovane {
 
@@ -83,7 +84,8 @@ public:
     int32_t operator[](int32_t i) const { return GetElement(i); }
 
     // ==== the members of the integer family (containers/Integer*.cpp) ======
-    // Declared from the table containers/tables/integers.tbl.
+    // Declared from the tables containers/tables/integers.tbl and (streams,
+    // files and text forms, containers/IntStreams.cpp) streams.tbl.
 #include "rovane/containers/generated/TRovaneInt.members.h"
 
     void SubRangeSaveState() override;
@@ -103,6 +105,8 @@ public:
     void FreeToCache() override;
 
 protected:
+    // The block header of the storage; the stream WriteHeader rows hide it.
+    using TRovaneBase::WriteHeader;
     ~TRovaneInt() override;
     void SetBaseView(void* base);
     void DestroyInt() noexcept;

@@ -17,33 +17,13 @@
 #include <vector>
 
 #include "rovane/containers/Rovane.h"
+#include "rovane/containers/StreamForms.h"
 #include "rovane/scalars/RovaneUtils.h"
 #include "rovane/strings/StringVar.h"
 
 namespace rovane {
 
-// Header fields after reading. A vector is one row of Cols elements.
-struct TRovane::StreamHeader {
-    int32_t Version = RovaneStreamVersion;
-    bool Complex = false;
-    int64_t Rows = 1, Cols = 0;
-    bool ConditionCheck = true;
-    bool HasTagAndCaption = false;
-    int32_t Tag = 0;
-    std::string Caption;
-    TPrecision Precision = prDouble;
-    // Matrix settings.
-    bool AutoMtxType = false, RefineSolution = false, TriangleUnit = false;
-    int32_t Balance = btFull, ConditionNumber = cnNone, TriangleForm = tfUpper, SuperDiag = 0, SubDiag = 0;
-};
-
-namespace {
-
-constexpr int32_t kTwo23 = 8388608;
-constexpr int32_t kVecHeaderFloats = 11;
-constexpr int32_t kMtxHeaderFloats = 26;
-
-bool KnownPrecision(int64_t p) { return p >= prDouble && p <= prInt24; }
+namespace streamforms {
 
 // The integer a header field holds. A damaged header can hold anything, so a
 // value that is not finite or lies beyond the 32-bit range is refused.
@@ -85,16 +65,13 @@ int32_t ReadVersion(const float* f, int32_t vi, int32_t si, const char* cls, con
     return static_cast<int32_t>(version);
 }
 
-// Elements the values of a header take in the stream: Length, and for a
-// vector of a version below 104 the two (complex: one) extra elements those
-// streams hold.
-int64_t StreamElements(const TRovane::StreamHeader& h, bool vector) {
+int64_t StreamElements(const StreamHeader& h, bool vector) {
     int64_t n = h.Rows * h.Cols;
     if (vector && h.Version < 104 && n > 0) n += 2 - (h.Complex ? 1 : 0);
     return n;
 }
 
-int64_t StreamValueBytes(const TRovane::StreamHeader& h, bool vector) {
+int64_t StreamValueBytes(const StreamHeader& h, bool vector) {
     return StreamElements(h, vector) * SizeOfPrecision(h.Precision, h.Complex);
 }
 
@@ -105,37 +82,8 @@ void CheckRoom(std::istream& s, int64_t need, const char* cls) {
                   left);
 }
 
-const char* ClassName(const TRovane& o) { return o.fRovaneType == rvTMtx ? "TMtx" : "TVec"; }
-
-// Resets FileVersion when ReadValues leaves, also by an exception.
-struct FileVersionReset {
-    ~FileVersionReset() { FileVersion = -1; }
-};
-
-// A read-only stream buffer over bytes already in memory, seekable so that
-// the length checks see its size.
-class MemoryBuf : public std::streambuf {
-public:
-    MemoryBuf(char* p, size_t n) { setg(p, p, p + n); }
-
-protected:
-    pos_type seekoff(off_type off, std::ios_base::seekdir dir, std::ios_base::openmode which) override {
-        if (!(which & std::ios_base::in)) return pos_type(off_type(-1));
-        off_type base = dir == std::ios_base::beg ? 0 : dir == std::ios_base::cur ? gptr() - eback() : egptr() - eback();
-        const off_type to = base + off;
-        if (to < 0 || to > egptr() - eback()) return pos_type(off_type(-1));
-        setg(eback(), eback() + to, egptr());
-        return pos_type(to);
-    }
-    pos_type seekpos(pos_type pos, std::ios_base::openmode which) override {
-        return seekoff(off_type(pos), std::ios_base::beg, which);
-    }
-};
-
 // ---- text helpers ------------------------------------------------------------
 
-// Next item of s from pos: whole delimiters are skipped, the item runs to the
-// next delimiter and pos moves behind it, or to the end. False at the end.
 bool NextItem(std::string_view s, size_t& pos, std::string_view delim, std::string_view& item) {
     if (delim.empty()) EInvalidArgumentRaise("Delimiter = ''");
     while (pos < s.size() && s.compare(pos, delim.size(), delim) == 0) pos += delim.size();
@@ -151,21 +99,6 @@ bool NextItem(std::string_view s, size_t& pos, std::string_view delim, std::stri
     return true;
 }
 
-std::string FormatValue(const TRovane& o, int64_t i, std::string_view re, std::string_view im) {
-    const bool general = re.empty() && im.empty();
-    if (o.fComplex) {
-        if (o.fIsDouble) {
-            const TCplx z = o.CData[o.FCDataOffset + i];
-            return general ? CplxToStr(z) : FormatCplx(z, re, im);
-        }
-        const TSCplx z = o.SCData[o.FCDataOffset + i];
-        return general ? CplxToStr(z) : FormatCplx(z, re, im);
-    }
-    if (o.fIsDouble) return FormatSample(re, o.SData[o.FDataOffset + i]);
-    const float x = o.SSData[o.FDataOffset + i];
-    return re.empty() ? SampleToStrf(x) : FormatSample(re, x);
-}
-
 void Pad(std::vector<std::string>& v, TFixedTextAlign align) {
     if (align == ftaNone) return;
     size_t w = 0;
@@ -177,7 +110,6 @@ void Pad(std::vector<std::string>& v, TFixedTextAlign align) {
     }
 }
 
-// "[i] " in front of each line, the headers padded to one width.
 void InsertRowHeaders(std::vector<std::string>& lines, int64_t first) {
     size_t w = 0;
     for (size_t i = 0; i < lines.size(); ++i)
@@ -191,7 +123,6 @@ void InsertRowHeaders(std::vector<std::string>& lines, int64_t first) {
     }
 }
 
-// Puts line k at list position at + k, replacing or appending.
 void PlaceLines(TStringList& dst, int32_t at, const std::vector<std::string>& lines) {
     dst.BeginUpdate();
     try {
@@ -216,22 +147,158 @@ std::string JoinLines(const TStringList& l) {
     return s;
 }
 
+// ---- headers -------------------------------------------------------------------
+
+void EncodeVecHeader(const StreamHeader& h, float elemSize, float* f) {
+    std::fill(f, f + kVecHeaderFloats, 0.0f);
+    f[0] = h.Complex ? 1.0f : 0.0f;
+    f[1] = static_cast<float>(h.Cols % kTwo23);
+    f[3] = h.ConditionCheck ? 1.0f : 0.0f;
+    f[4] = static_cast<float>(h.Precision);
+    f[5] = static_cast<float>(RovaneStreamVersion);
+    f[6] = elemSize;
+    f[7] = static_cast<float>(h.Tag);
+    f[8] = static_cast<float>(RovaneStreamSignature);
+    // The high part of the length is cleared: the vector header keeps the
+    // low 23 bits of the length alone, as the format stands.
+    f[9] = 0.0f;
+    f[10] = 0.0f;
+}
+
+void EncodeMtxHeader(const StreamHeader& h, float elemSize, float* f) {
+    std::fill(f, f + kMtxHeaderFloats, 0.0f);
+    f[0] = h.Complex ? 1.0f : 0.0f;
+    f[1] = static_cast<float>(h.Rows % kTwo23);
+    f[2] = static_cast<float>(h.Cols % kTwo23);
+    f[3] = h.Rows == h.Cols ? 1.0f : 0.0f;
+    f[4] = h.AutoMtxType ? 1.0f : 0.0f;
+    f[6] = static_cast<float>(h.Balance);
+    f[7] = h.ConditionCheck ? 1.0f : 0.0f;
+    f[8] = static_cast<float>(h.ConditionNumber);
+    f[9] = static_cast<float>(h.Precision);
+    f[10] = h.RefineSolution ? 1.0f : 0.0f;
+    f[11] = static_cast<float>(h.TriangleForm);
+    f[12] = h.TriangleUnit ? 1.0f : 0.0f;
+    f[13] = static_cast<float>(h.SuperDiag);
+    f[14] = static_cast<float>(h.SubDiag);
+    f[15] = elemSize;
+    f[16] = static_cast<float>(RovaneStreamVersion);
+    f[17] = static_cast<float>(h.Tag);
+    f[18] = static_cast<float>(RovaneStreamSignature);
+    f[19] = static_cast<float>(h.Rows / kTwo23);
+    f[20] = static_cast<float>(h.Cols / kTwo23);
+}
+
+void WriteHeaderFloats(std::ostream& stream, int32_t count, const float* f, const std::string& caption,
+                       TEndianness endianness) {
+    WriteBinaryToStream(stream, count, f, endianness);
+    WriteShortString(stream, caption);
+}
+
+void ParseVecHeader(std::istream& stream, TEndianness endianness, StreamHeader& h, const char* cls) {
+    float f[kVecHeaderFloats];
+    if (!ReadBinaryFromStream(stream, kVecHeaderFloats, f, endianness)) ERaise("Error reading stream!");
+    h.Version = ReadVersion(f, 5, 8, cls,
+                            "The specified (file) stream does not appear to have been produced by Rovane!");
+    if (h.Version > 104) {
+        h.Tag = static_cast<int32_t>(Field(f, 7, cls));
+        h.HasTagAndCaption = true;
+        if (!ReadShortString(stream, h.Caption)) ERaise("Error reading stream!");
+    }
+    h.Complex = Field(f, 0, cls) != 0;
+    const int64_t len = (HighPart(f, 9, cls) << 23) + Field(f, 1, cls);
+    if (len < 0) ERaiseFmt("%s.ReadHeader: Length < 0 (%d)", cls, len);
+    if (len > std::numeric_limits<int32_t>::max()) ERaiseFmt("%s.ReadHeader: Length > MaxInt (%d)", cls, len);
+    h.Rows = 1;
+    h.Cols = len;
+    h.ConditionCheck = Field(f, 3, cls) != 0;
+    h.Precision = static_cast<TPrecision>(CheckedCode(f, 4, cls, prDouble, prInt24));
+}
+
+void ParseMtxHeader(std::istream& stream, TEndianness endianness, StreamHeader& h, const char* cls) {
+    float f[kMtxHeaderFloats];
+    if (!ReadBinaryFromStream(stream, kMtxHeaderFloats, f, endianness)) ERaise("TMtx: Error reading stream!");
+    h.Version = ReadVersion(f, 16, 18, cls,
+                            "The specified (file) stream does not appear to be have been produced by Rovane!");
+    if (h.Version > 104) {
+        h.Tag = static_cast<int32_t>(Field(f, 17, cls));
+        h.HasTagAndCaption = true;
+        if (!ReadShortString(stream, h.Caption)) ERaise("TMtx: Error reading stream!");
+    }
+    h.Complex = Field(f, 0, cls) != 0;
+    h.Rows = (HighPart(f, 19, cls) << 23) + Field(f, 1, cls);
+    h.Cols = (HighPart(f, 20, cls) << 23) + Field(f, 2, cls);
+    if (h.Rows < 0 || h.Cols < 0) ERaiseFmt("%s.ReadHeader: Rows < 0 or Cols < 0 (%d, %d)", cls, h.Rows, h.Cols);
+    if (h.Rows > std::numeric_limits<int32_t>::max() || h.Cols > std::numeric_limits<int32_t>::max() ||
+        h.Rows * h.Cols > std::numeric_limits<int32_t>::max())
+        ERaiseFmt("%s.ReadHeader: Rows * Cols > MaxInt (%d * %d)", cls, h.Rows, h.Cols);
+    h.AutoMtxType = Field(f, 4, cls) != 0;
+    h.Balance = static_cast<int32_t>(CheckedCode(f, 6, cls, btNone, btFull));
+    h.ConditionCheck = Field(f, 7, cls) != 0;
+    h.ConditionNumber = static_cast<int32_t>(CheckedCode(f, 8, cls, cnNone, cnNormInf));
+    h.Precision = static_cast<TPrecision>(CheckedCode(f, 9, cls, prDouble, prInt24));
+    h.RefineSolution = Field(f, 10, cls) != 0;
+    h.TriangleForm = static_cast<int32_t>(CheckedCode(f, 11, cls, tfLower, tfUpper));
+    h.TriangleUnit = Field(f, 12, cls) != 0;
+    h.SuperDiag = static_cast<int32_t>(CheckedCode(f, 13, cls, 0, std::numeric_limits<int32_t>::max()));
+    h.SubDiag = static_cast<int32_t>(CheckedCode(f, 14, cls, 0, std::numeric_limits<int32_t>::max()));
+}
+
+std::vector<char> ReadAnnouncedBytes(std::istream& stream, int64_t need, const char* cls) {
+    std::vector<char> buf;
+    constexpr int64_t step = int64_t(1) << 24;
+    for (int64_t at = 0; at < need;) {
+        const int64_t m = std::min(step, need - at);
+        buf.resize(static_cast<size_t>(at + m));
+        stream.read(buf.data() + at, static_cast<std::streamsize>(m));
+        if (stream.gcount() != static_cast<std::streamsize>(m))
+            ERaiseFmt("%s.ReadHeader: stream too short: the header announces %d bytes of values, %d are left", cls,
+                      need, at + static_cast<int64_t>(stream.gcount()));
+        at += m;
+    }
+    return buf;
+}
+
+MemoryBuf::pos_type MemoryBuf::seekoff(off_type off, std::ios_base::seekdir dir, std::ios_base::openmode which) {
+    if (!(which & std::ios_base::in)) return pos_type(off_type(-1));
+    off_type base = dir == std::ios_base::beg ? 0 : dir == std::ios_base::cur ? gptr() - eback() : egptr() - eback();
+    const off_type to = base + off;
+    if (to < 0 || to > egptr() - eback()) return pos_type(off_type(-1));
+    setg(eback(), eback() + to, egptr());
+    return pos_type(to);
+}
+MemoryBuf::pos_type MemoryBuf::seekpos(pos_type pos, std::ios_base::openmode which) {
+    return seekoff(off_type(pos), std::ios_base::beg, which);
+}
+
+}  // namespace streamforms
+
+using namespace streamforms;
+
+namespace {
+
+const char* ClassName(const TRovane& o) { return o.fRovaneType == rvTMtx ? "TMtx" : "TVec"; }
+
+std::string FormatValue(const TRovane& o, int64_t i, std::string_view re, std::string_view im) {
+    const bool general = re.empty() && im.empty();
+    if (o.fComplex) {
+        if (o.fIsDouble) {
+            const TCplx z = o.CData[o.FCDataOffset + i];
+            return general ? CplxToStr(z) : FormatCplx(z, re, im);
+        }
+        const TSCplx z = o.SCData[o.FCDataOffset + i];
+        return general ? CplxToStr(z) : FormatCplx(z, re, im);
+    }
+    if (o.fIsDouble) return FormatSample(re, o.SData[o.FDataOffset + i]);
+    const float x = o.SSData[o.FDataOffset + i];
+    return re.empty() ? SampleToStrf(x) : FormatSample(re, x);
+}
+
 // One parsed item in the object's precision, kept as a complex double (a
 // single value converts exactly).
 TCplx ParseItem(std::string_view item, bool complex, bool isDouble) {
     if (complex) return isDouble ? StrToCplx(item) : TCplx(StrToCplxSingle(item));
     return TCplx(isDouble ? StrToVal(item) : static_cast<double>(StrToSingle(item)), 0.0);
-}
-
-template <class Fn>
-void WrapLine(int32_t line, Fn&& fn) {
-    try {
-        fn();
-    } catch (const ERovaneException&) {
-        throw;
-    } catch (const std::exception& e) {
-        ERaiseFmt("When reading line number %d, an error occured: %s.", line, e.what());
-    }
 }
 
 // Stores values[k] (k from 0) into elements at.. of the object.
@@ -324,31 +391,9 @@ void TRovane::SaveToStream(std::ostream& stream) {
 void TRovane::LoadFromStream(std::istream& stream) {
     StreamHeader h;
     ParseStreamHeader(stream, boLittleEndian, h);
-    const int64_t need = StreamValueBytes(h, fRovaneType == rvTVec);
-    if (StreamBytesLeft(stream) >= 0) {
-        CheckRoom(stream, need, ClassName(*this));
-        ApplyStreamHeader(stream, h);
-        ReadValues(stream, h.Precision, boLittleEndian);
-        return;
-    }
-    // The stream cannot tell its length: take the announced bytes first. The
-    // buffer grows as the bytes arrive, so a damaged count cannot reserve
-    // memory the stream does not hold.
-    std::vector<char> buf;
-    constexpr int64_t step = int64_t(1) << 24;
-    for (int64_t at = 0; at < need;) {
-        const int64_t m = std::min(step, need - at);
-        buf.resize(static_cast<size_t>(at + m));
-        stream.read(buf.data() + at, static_cast<std::streamsize>(m));
-        if (stream.gcount() != static_cast<std::streamsize>(m))
-            ERaiseFmt("%s.ReadHeader: stream too short: the header announces %d bytes of values, %d are left",
-                      ClassName(*this), need, at + static_cast<int64_t>(stream.gcount()));
-        at += m;
-    }
-    ApplyStreamHeader(stream, h);
-    MemoryBuf mem(buf.data(), buf.size());
-    std::istream values(&mem);
-    ReadValues(values, h.Precision, boLittleEndian);
+    LoadValuesPhase(
+        stream, StreamValueBytes(h, fRovaneType == rvTVec), ClassName(*this), [&] { ApplyStreamHeader(stream, h); },
+        [&](std::istream& values) { ReadValues(values, h.Precision, boLittleEndian); });
 }
 
 void TRovane::SaveToFile(const std::string& fileName, bool append) {
@@ -391,42 +436,20 @@ void TRovane::ApplyStreamHeader(std::istream&, const StreamHeader&) {
 // TVec: header
 // ===========================================================================
 void TVec::WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness) {
-    float f[kVecHeaderFloats] = {};
-    f[0] = fComplex ? 1.0f : 0.0f;
-    f[1] = static_cast<float>(fLength % kTwo23);
-    f[3] = fConditionCheck ? 1.0f : 0.0f;
-    f[4] = static_cast<float>(precision);
-    f[5] = static_cast<float>(RovaneStreamVersion);
-    f[6] = fIsDouble ? 8.0f : 4.0f;
-    f[7] = static_cast<float>(FTag);
-    f[8] = static_cast<float>(RovaneStreamSignature);
-    // The high part of the length is cleared: the vector header keeps the
-    // low 23 bits of the length alone, as the format stands.
-    f[9] = 0.0f;
-    f[10] = 0.0f;
-    WriteBinaryToStream(stream, kVecHeaderFloats, f, endianness);
-    WriteShortString(stream, FCaption);
+    StreamHeader h;
+    h.Complex = fComplex;
+    h.Cols = fLength;
+    h.ConditionCheck = fConditionCheck;
+    h.Precision = precision;
+    h.Tag = FTag;
+    float f[kVecHeaderFloats];
+    EncodeVecHeader(h, fIsDouble ? 8.0f : 4.0f, f);
+    WriteHeaderFloats(stream, kVecHeaderFloats, f, FCaption, endianness);
     InternalWriteHeader(stream);
 }
 
 void TVec::ParseStreamHeader(std::istream& stream, TEndianness endianness, StreamHeader& h) const {
-    float f[kVecHeaderFloats];
-    if (!ReadBinaryFromStream(stream, kVecHeaderFloats, f, endianness)) ERaise("Error reading stream!");
-    h.Version = ReadVersion(f, 5, 8, "TVec",
-                            "The specified (file) stream does not appear to have been produced by Rovane!");
-    if (h.Version > 104) {
-        h.Tag = static_cast<int32_t>(Field(f, 7, "TVec"));
-        h.HasTagAndCaption = true;
-        if (!ReadShortString(stream, h.Caption)) ERaise("Error reading stream!");
-    }
-    h.Complex = Field(f, 0, "TVec") != 0;
-    const int64_t len = (HighPart(f, 9, "TVec") << 23) + Field(f, 1, "TVec");
-    if (len < 0) ERaiseFmt("TVec.ReadHeader: Length < 0 (%d)", len);
-    if (len > std::numeric_limits<int32_t>::max()) ERaiseFmt("TVec.ReadHeader: Length > MaxInt (%d)", len);
-    h.Rows = 1;
-    h.Cols = len;
-    h.ConditionCheck = Field(f, 3, "TVec") != 0;
-    h.Precision = static_cast<TPrecision>(CheckedCode(f, 4, "TVec", prDouble, prInt24));
+    ParseVecHeader(stream, endianness, h, "TVec");
 }
 
 void TVec::ApplyStreamHeader(std::istream& stream, const StreamHeader& h) {
@@ -447,58 +470,30 @@ void TVec::ApplyStreamHeader(std::istream& stream, const StreamHeader& h) {
 // TMtx: header
 // ===========================================================================
 void TMtx::WriteStreamHeader(std::ostream& stream, TPrecision precision, TEndianness endianness) {
-    float f[kMtxHeaderFloats] = {};
-    f[0] = fComplex ? 1.0f : 0.0f;
-    f[1] = static_cast<float>(fRows % kTwo23);
-    f[2] = static_cast<float>(fCols % kTwo23);
+    StreamHeader h;
+    h.Complex = fComplex;
+    h.Rows = fRows;
+    h.Cols = fCols;
+    h.AutoMtxType = FAutoMtxType;
+    h.Balance = FBalance;
+    h.ConditionCheck = fConditionCheck;
+    h.ConditionNumber = FConditionNumber;
+    h.Precision = precision;
+    h.RefineSolution = FRefineSolution;
+    h.TriangleForm = FTriangleForm;
+    h.TriangleUnit = FTriangleUnit;
+    h.SuperDiag = FSuperDiag;
+    h.SubDiag = FSubDiag;
+    h.Tag = FTag;
+    float f[kMtxHeaderFloats];
+    EncodeMtxHeader(h, fIsDouble ? 8.0f : 4.0f, f);
+    // Quadratic as the matrix holds it.
     f[3] = fQuadratic ? 1.0f : 0.0f;
-    f[4] = FAutoMtxType ? 1.0f : 0.0f;
-    f[6] = static_cast<float>(FBalance);
-    f[7] = fConditionCheck ? 1.0f : 0.0f;
-    f[8] = static_cast<float>(FConditionNumber);
-    f[9] = static_cast<float>(precision);
-    f[10] = FRefineSolution ? 1.0f : 0.0f;
-    f[11] = static_cast<float>(FTriangleForm);
-    f[12] = FTriangleUnit ? 1.0f : 0.0f;
-    f[13] = static_cast<float>(FSuperDiag);
-    f[14] = static_cast<float>(FSubDiag);
-    f[15] = fIsDouble ? 8.0f : 4.0f;
-    f[16] = static_cast<float>(RovaneStreamVersion);
-    f[17] = static_cast<float>(FTag);
-    f[18] = static_cast<float>(RovaneStreamSignature);
-    f[19] = static_cast<float>(fRows / kTwo23);
-    f[20] = static_cast<float>(fCols / kTwo23);
-    WriteBinaryToStream(stream, kMtxHeaderFloats, f, endianness);
-    WriteShortString(stream, FCaption);
+    WriteHeaderFloats(stream, kMtxHeaderFloats, f, FCaption, endianness);
 }
 
 void TMtx::ParseStreamHeader(std::istream& stream, TEndianness endianness, StreamHeader& h) const {
-    float f[kMtxHeaderFloats];
-    if (!ReadBinaryFromStream(stream, kMtxHeaderFloats, f, endianness)) ERaise("TMtx: Error reading stream!");
-    h.Version = ReadVersion(f, 16, 18, "TMtx",
-                            "The specified (file) stream does not appear to be have been produced by Rovane!");
-    if (h.Version > 104) {
-        h.Tag = static_cast<int32_t>(Field(f, 17, "TMtx"));
-        h.HasTagAndCaption = true;
-        if (!ReadShortString(stream, h.Caption)) ERaise("TMtx: Error reading stream!");
-    }
-    h.Complex = Field(f, 0, "TMtx") != 0;
-    h.Rows = (HighPart(f, 19, "TMtx") << 23) + Field(f, 1, "TMtx");
-    h.Cols = (HighPart(f, 20, "TMtx") << 23) + Field(f, 2, "TMtx");
-    if (h.Rows < 0 || h.Cols < 0) ERaiseFmt("TMtx.ReadHeader: Rows < 0 or Cols < 0 (%d, %d)", h.Rows, h.Cols);
-    if (h.Rows > std::numeric_limits<int32_t>::max() || h.Cols > std::numeric_limits<int32_t>::max() ||
-        h.Rows * h.Cols > std::numeric_limits<int32_t>::max())
-        ERaiseFmt("TMtx.ReadHeader: Rows * Cols > MaxInt (%d * %d)", h.Rows, h.Cols);
-    h.AutoMtxType = Field(f, 4, "TMtx") != 0;
-    h.Balance = static_cast<int32_t>(CheckedCode(f, 6, "TMtx", btNone, btFull));
-    h.ConditionCheck = Field(f, 7, "TMtx") != 0;
-    h.ConditionNumber = static_cast<int32_t>(CheckedCode(f, 8, "TMtx", cnNone, cnNormInf));
-    h.Precision = static_cast<TPrecision>(CheckedCode(f, 9, "TMtx", prDouble, prInt24));
-    h.RefineSolution = Field(f, 10, "TMtx") != 0;
-    h.TriangleForm = static_cast<int32_t>(CheckedCode(f, 11, "TMtx", tfLower, tfUpper));
-    h.TriangleUnit = Field(f, 12, "TMtx") != 0;
-    h.SuperDiag = static_cast<int32_t>(CheckedCode(f, 13, "TMtx", 0, std::numeric_limits<int32_t>::max()));
-    h.SubDiag = static_cast<int32_t>(CheckedCode(f, 14, "TMtx", 0, std::numeric_limits<int32_t>::max()));
+    ParseMtxHeader(stream, endianness, h, "TMtx");
 }
 
 void TMtx::ApplyStreamHeader(std::istream&, const StreamHeader& h) {
@@ -639,21 +634,8 @@ namespace {
 // Parses ListLen lines from ListIndex into a rows x cols block of values.
 std::vector<TCplx> ParseMatrixLines(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t cols,
                                     std::string_view delimiter, bool complex, bool isDouble) {
-    std::vector<TCplx> v(static_cast<size_t>(int64_t(listLen) * cols), TCplx(0.0, 0.0));
-    for (int32_t i = 0; i < listLen; ++i) {
-        const std::string& line = src[listIndex + i];
-        size_t pos = 0;
-        std::string_view item;
-        int32_t k = 0;
-        while (NextItem(line, pos, delimiter, item)) {
-            if (k > cols - 1) ERangeErrorRaise("k > AMtx.Cols-1");
-            WrapLine(listIndex + i, [&] {
-                v[static_cast<size_t>(int64_t(i) * cols + k)] = ParseItem(item, complex, isDouble);
-            });
-            ++k;
-        }
-    }
-    return v;
+    return ParseLines<TCplx>(src, listIndex, listLen, cols, delimiter, TCplx(0.0, 0.0),
+                             [&](std::string_view item) { return ParseItem(item, complex, isDouble); });
 }
 }  // namespace
 

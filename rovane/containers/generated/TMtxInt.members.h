@@ -11,3 +11,15 @@ TMtxInt& ColExchange(int32_t i, int32_t j);
 TMtxInt& SetRow(const TRovaneInt& src, int32_t row);
 TMtxInt& SetCol(const TRovaneInt& src, int32_t col);
 TMtxInt& Rotate90(const TMtxInt& src, int32_t k = 1);
+
+// ---- text forms of an integer matrix (IntStreams.cpp) ----
+void ValuesToStrings(TStringList& dst, std::string_view delimiter = "\t") const;
+void ValuesToStrings(TStringList& dst, int32_t row, int32_t col, int32_t rowCount, int32_t colCount, std::string_view delimiter = "\t", TFixedTextAlign align = ftaNone, std::string_view format = {}, bool headers = false) const;
+std::string ValuesToText(std::string_view delimiter = "\t", std::string_view format = {}) const;
+// Parsing goes into a temporary, so a failure leaves Self unchanged.
+TMtxInt& StringsToValues(const TStringList& src, std::string_view delimiter = "\t");
+TMtxInt& StringsToValues(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t row, int32_t col, std::string_view delimiter = "\t");
+TMtxInt& TextToValues(std::string_view text, std::string_view delimiter = "\t");
+// Matrix Market array form: "%%MatrixMarket matrix array integer general",
+// a comment line, "Rows Cols", then the values column by column.
+void SaveToMatrixMarketFile(const std::string& fileName) const;

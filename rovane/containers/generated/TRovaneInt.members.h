@@ -214,3 +214,25 @@ TRovaneInt& ThreshTop(int32_t value);
 TRovaneInt& ThreshAbsGT(int32_t value);
 TRovaneInt& ThreshAbsLT(int32_t value);
 TRovaneInt& ThresholdGT_LT(const TRovaneInt& src, int32_t ltLevel, int32_t ltValue, int32_t gtLevel, int32_t gtValue);
+
+// ---- streams and files of the integer containers (IntStreams.cpp) ----
+// The header of a TVec (TVecInt) or of a TMtx (TMtxInt), with Complex 0 and
+// the width in bytes as the element size, then Length values in a sample
+// format of TPrecision. The short forms and SaveToStream write the format
+// of the width: prInteger, prSmallInt or prByte, which round-trips exactly.
+// Other formats convert (rounding by Rounding, saturating); reading
+// converts to the present width of the object, which loading keeps,
+// rounding to nearest and saturating to the width's range.
+void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+void WriteHeader(std::ostream& stream);
+TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+void WriteValues(std::ostream& stream) const;
+virtual int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+// Header and values in the format of the width, little-endian.
+virtual void SaveToStream(std::ostream& stream);
+// Reads one object (a float stream of real values loads too); a damaged,
+// short, complex or foreign stream raises and the object keeps its state.
+virtual void LoadFromStream(std::istream& stream);
+void SaveToFile(const std::string& fileName, bool append = false);
+void LoadFromFile(const std::string& fileName);

@@ -4,3 +4,15 @@
 // ---- vectors ----
 // Self takes the first n primes of the library's table.
 TVecInt& PrimeNumbers(int32_t n);
+
+// ---- text forms of an integer vector (IntStreams.cpp) ----
+// One decimal integer per line; a Format other than empty goes to
+// FormatSample with the value. Placement, Align and Headers as for TVec.
+void ValuesToStrings(TStringList& dst) const;
+void ValuesToStrings(TStringList& dst, int32_t listIndex, int32_t index, int32_t len, TFixedTextAlign align = ftaNone, std::string_view format = {}, bool headers = false) const;
+std::string ValuesToText(std::string_view format = {}) const;
+// One integer per line; a line that is not an integer or lies outside the
+// range of the width raises and leaves Self unchanged.
+TVecInt& StringsToValues(const TStringList& src);
+TVecInt& StringsToValues(const TStringList& src, int32_t listIndex, int32_t index, int32_t len = -1);
+TVecInt& TextToValues(std::string_view text);

@@ -63,6 +63,7 @@ ROVANE_API VectorInt SubtractValue(const VectorInt& src, int32_t value);
 ROVANE_API VectorInt SubtractValue(VectorInt&& src, int32_t value);
 ROVANE_API int64_t Sum(const VectorInt& record);
 ROVANE_API int64_t Sum(const VectorInt& record, int32_t index, int32_t len);
+ROVANE_API std::string ValuesToText(const VectorInt& record, std::string_view format = {});
 
 // ---- MatrixInt ----
 ROVANE_API MatrixInt Abs(const MatrixInt& src);
@@ -124,3 +125,4 @@ ROVANE_API MatrixInt SubtractValue(const MatrixInt& src, int32_t value);
 ROVANE_API MatrixInt SubtractValue(MatrixInt&& src, int32_t value);
 ROVANE_API int64_t Sum(const MatrixInt& record);
 ROVANE_API int64_t Sum(const MatrixInt& record, int32_t index, int32_t len);
+ROVANE_API std::string ValuesToText(const MatrixInt& record, std::string_view delimiter = "\t", std::string_view format = {});

@@ -226,3 +226,37 @@ MatrixInt& ColExchange(int32_t i, int32_t j);
 MatrixInt& SetRow(const TRovaneInt& src, int32_t row);
 MatrixInt& SetCol(const TRovaneInt& src, int32_t col);
 MatrixInt& Rotate90(const TMtxInt& src, int32_t k = 1);
+
+// ---- streams and files of the integer containers (IntStreams.cpp) ----
+// The header of a TVec (TVecInt) or of a TMtx (TMtxInt), with Complex 0 and
+// the width in bytes as the element size, then Length values in a sample
+// format of TPrecision. The short forms and SaveToStream write the format
+// of the width: prInteger, prSmallInt or prByte, which round-trips exactly.
+// Other formats convert (rounding by Rounding, saturating); reading
+// converts to the present width of the object, which loading keeps,
+// rounding to nearest and saturating to the width's range.
+void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+void WriteHeader(std::ostream& stream);
+TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+void WriteValues(std::ostream& stream) const;
+int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+// Header and values in the format of the width, little-endian.
+void SaveToStream(std::ostream& stream);
+// Reads one object (a float stream of real values loads too); a damaged,
+// short, complex or foreign stream raises and the object keeps its state.
+void LoadFromStream(std::istream& stream);
+void SaveToFile(const std::string& fileName, bool append = false);
+void LoadFromFile(const std::string& fileName);
+
+// ---- text forms of an integer matrix (IntStreams.cpp) ----
+void ValuesToStrings(TStringList& dst, std::string_view delimiter = "\t") const;
+void ValuesToStrings(TStringList& dst, int32_t row, int32_t col, int32_t rowCount, int32_t colCount, std::string_view delimiter = "\t", TFixedTextAlign align = ftaNone, std::string_view format = {}, bool headers = false) const;
+std::string ValuesToText(std::string_view delimiter = "\t", std::string_view format = {}) const;
+// Parsing goes into a temporary, so a failure leaves Self unchanged.
+MatrixInt& StringsToValues(const TStringList& src, std::string_view delimiter = "\t");
+MatrixInt& StringsToValues(const TStringList& src, int32_t listIndex, int32_t listLen, int32_t row, int32_t col, std::string_view delimiter = "\t");
+MatrixInt& TextToValues(std::string_view text, std::string_view delimiter = "\t");
+// Matrix Market array form: "%%MatrixMarket matrix array integer general",
+// a comment line, "Rows Cols", then the values column by column.
+void SaveToMatrixMarketFile(const std::string& fileName) const;

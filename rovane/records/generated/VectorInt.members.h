@@ -219,3 +219,37 @@ VectorInt& ThresholdGT_LT(const TRovaneInt& src, int32_t ltLevel, int32_t ltValu
 // ---- vectors ----
 // Self takes the first n primes of the library's table.
 VectorInt& PrimeNumbers(int32_t n);
+
+// ---- streams and files of the integer containers (IntStreams.cpp) ----
+// The header of a TVec (TVecInt) or of a TMtx (TMtxInt), with Complex 0 and
+// the width in bytes as the element size, then Length values in a sample
+// format of TPrecision. The short forms and SaveToStream write the format
+// of the width: prInteger, prSmallInt or prByte, which round-trips exactly.
+// Other formats convert (rounding by Rounding, saturating); reading
+// converts to the present width of the object, which loading keeps,
+// rounding to nearest and saturating to the width's range.
+void WriteHeader(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness);
+void WriteHeader(std::ostream& stream);
+TPrecision ReadHeader(std::istream& stream, TEndianness endianness = boLittleEndian);
+void WriteValues(std::ostream& stream, TPrecision precision, TRounding rounding, TEndianness endianness) const;
+void WriteValues(std::ostream& stream) const;
+int64_t ReadValues(std::istream& stream, TPrecision precision, TEndianness endianness = boLittleEndian);
+// Header and values in the format of the width, little-endian.
+void SaveToStream(std::ostream& stream);
+// Reads one object (a float stream of real values loads too); a damaged,
+// short, complex or foreign stream raises and the object keeps its state.
+void LoadFromStream(std::istream& stream);
+void SaveToFile(const std::string& fileName, bool append = false);
+void LoadFromFile(const std::string& fileName);
+
+// ---- text forms of an integer vector (IntStreams.cpp) ----
+// One decimal integer per line; a Format other than empty goes to
+// FormatSample with the value. Placement, Align and Headers as for TVec.
+void ValuesToStrings(TStringList& dst) const;
+void ValuesToStrings(TStringList& dst, int32_t listIndex, int32_t index, int32_t len, TFixedTextAlign align = ftaNone, std::string_view format = {}, bool headers = false) const;
+std::string ValuesToText(std::string_view format = {}) const;
+// One integer per line; a line that is not an integer or lies outside the
+// range of the width raises and leaves Self unchanged.
+VectorInt& StringsToValues(const TStringList& src);
+VectorInt& StringsToValues(const TStringList& src, int32_t listIndex, int32_t index, int32_t len = -1);
+VectorInt& TextToValues(std::string_view text);
