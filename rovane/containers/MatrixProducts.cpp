@@ -290,6 +290,32 @@ const char* InnerText(TMtxOperation op1, TMtxOperation op2) {
 
 }  // namespace
 
+namespace {
+
+// The plain product C = Alfa A B of the fast path beyond the small sizes:
+// C^T = B^T A^T in the column-major call. Out of line, so that the small
+// path keeps a short prologue.
+__attribute__((noinline)) void PlainBlasProduct(TMtx& c, const TMtx& a, const TMtx& b, int32_t m, int32_t n,
+                                                int32_t k) {
+    const auto& bl = blas::Blas();
+    if (c.fIsDouble)
+        bl.dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, c.Alfa.Re, b.Values, b.fLeadingCols, a.Values,
+                 a.fLeadingCols, 0.0, c.Values, c.fLeadingCols);
+    else
+        bl.sgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, float(c.Alfa.Re), b.SValues, b.fLeadingCols,
+                 a.SValues, a.fLeadingCols, 0.0f, c.SValues, c.fLeadingCols);
+}
+
+// Whether an operand may be read while Self is written: only views of one
+// block can overlap, so the full test runs only for an operand of Self's block.
+__attribute__((always_inline)) inline bool Apart(const TRovane& a, const TMtx& self) {
+    const void* ba = a.fIsDouble ? static_cast<const void*>(a.SData) : static_cast<const void*>(a.SSData);
+    const void* bs = self.fIsDouble ? static_cast<const void*>(self.SData) : static_cast<const void*>(self.SSData);
+    return ba != bs || !SharesMemory(a, self);
+}
+
+}  // namespace
+
 TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
     // The common real product into a Self of the right shape: straight to
     // the small kernel or to BLAS, before any of the general set-up.
@@ -297,16 +323,17 @@ TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
     if (m > 0 && n > 0 && k > 0 && k == mtx2.fRows && fRows == m && fCols == n && !fComplex &&
         fFloatPrecision == mtx1.fFloatPrecision && fFloatPrecision == mtx2.fFloatPrecision && Beta.Re == 0 &&
         Beta.Im == 0 && Alfa.Im == 0 && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && &mtx1 != this &&
-        &mtx2 != this && !SharesMemory(mtx1, *this) && !SharesMemory(mtx2, *this)) {
-        if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct) {
-            // C^T = B^T A^T in the column-major call.
-            const auto& bl = blas::Blas();
+        &mtx2 != this && Apart(mtx1, *this) && Apart(mtx2, *this)) {
+        if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct)
+            PlainBlasProduct(*this, mtx1, mtx2, m, n, k);
+        else if (m == n && n == k) {
+            // Square: one indirect call into the unrolled kernel of that size.
             if (fIsDouble)
-                bl.dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, Alfa.Re, mtx2.Values, mtx2.fLeadingCols,
-                         mtx1.Values, mtx1.fLeadingCols, 0.0, Values, fLeadingCols);
+                kern::Kernels<double>().GemmSquare(m, mtx1.Values, mtx1.fLeadingCols, mtx2.Values, mtx2.fLeadingCols,
+                                                   Values, fLeadingCols, Alfa.Re, 0.0);
             else
-                bl.sgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, float(Alfa.Re), mtx2.SValues,
-                         mtx2.fLeadingCols, mtx1.SValues, mtx1.fLeadingCols, 0.0f, SValues, fLeadingCols);
+                kern::Kernels<float>().GemmSquare(m, mtx1.SValues, mtx1.fLeadingCols, mtx2.SValues,
+                                                  mtx2.fLeadingCols, SValues, fLeadingCols, float(Alfa.Re), 0.0f);
         } else if (fIsDouble)
             kern::Kernels<double>().GemmSmall(m, n, k, mtx1.Values, mtx1.fLeadingCols, 1, mtx2.Values,
                                               mtx2.fLeadingCols, 1, Values, fLeadingCols,
