@@ -9,6 +9,7 @@
 // A stored triangle changes sides (the upper triangle of A is the lower one
 // of A^T), so UPLO is the other letter, and a symmetric, Hermitian or
 // triangular left operand becomes a right one (SIDE = R) and vice versa.
+#include <bit>
 #include <cblas.h>
 
 #include "rovane/containers/MatrixCommon.h"
@@ -320,13 +321,23 @@ TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
     // The common real product into a Self of the right shape: straight to
     // the small kernel or to BLAS, before any of the general set-up.
     const int32_t m = mtx1.fRows, k = mtx1.fCols, n = mtx2.fCols;
+    // Beta = 0 and a real Alfa, +0 and -0 alike: the three values without
+    // their sign bits are all zero.
+    const auto bits = [](double x) { return std::bit_cast<uint64_t>(x) << 1; };
     if (m > 0 && n > 0 && k > 0 && k == mtx2.fRows && fRows == m && fCols == n && !fComplex &&
-        fFloatPrecision == mtx1.fFloatPrecision && fFloatPrecision == mtx2.fFloatPrecision && Beta.Re == 0 &&
-        Beta.Im == 0 && Alfa.Im == 0 && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && &mtx1 != this &&
-        &mtx2 != this && Apart(mtx1, *this) && Apart(mtx2, *this)) {
+        fFloatPrecision == mtx1.fFloatPrecision && fFloatPrecision == mtx2.fFloatPrecision &&
+        (bits(Beta.Re) | bits(Beta.Im) | bits(Alfa.Im)) == 0 && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType &&
+        &mtx1 != this && &mtx2 != this && Apart(mtx1, *this) && Apart(mtx2, *this)) {
         if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct)
             PlainBlasProduct(*this, mtx1, mtx2, m, n, k);
-        else if (m == n && n == k) {
+        else if (m == 4 && n == 4 && k == 4) {
+            if (fIsDouble)
+                kern::Kernels<double>().Gemm4x4(mtx1.Values, mtx1.fLeadingCols, mtx2.Values, mtx2.fLeadingCols,
+                                                Values, fLeadingCols, Alfa.Re);
+            else
+                kern::Kernels<float>().Gemm4x4(mtx1.SValues, mtx1.fLeadingCols, mtx2.SValues, mtx2.fLeadingCols,
+                                               SValues, fLeadingCols, float(Alfa.Re));
+        } else if (m == n && n == k) {
             // Square: one indirect call into the unrolled kernel of that size.
             if (fIsDouble)
                 kern::Kernels<double>().GemmSquare(m, mtx1.Values, mtx1.fLeadingCols, mtx2.Values, mtx2.fLeadingCols,
