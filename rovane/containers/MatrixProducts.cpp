@@ -9,6 +9,7 @@
 // A stored triangle changes sides (the upper triangle of A is the lower one
 // of A^T), so UPLO is the other letter, and a symmetric, Hermitian or
 // triangular left operand becomes a right one (SIDE = R) and vice versa.
+#include <bit>
 #include <cblas.h>
 
 #include "rovane/containers/MatrixCommon.h"
@@ -290,34 +291,81 @@ const char* InnerText(TMtxOperation op1, TMtxOperation op2) {
 
 }  // namespace
 
-TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
-    // The common real product into a Self of the right shape: straight to
-    // the small kernel or to BLAS, before any of the general set-up.
-    const int32_t m = mtx1.fRows, k = mtx1.fCols, n = mtx2.fCols;
-    if (m > 0 && n > 0 && k > 0 && k == mtx2.fRows && fRows == m && fCols == n && !fComplex &&
-        fFloatPrecision == mtx1.fFloatPrecision && fFloatPrecision == mtx2.fFloatPrecision && Beta.Re == 0 &&
-        Beta.Im == 0 && Alfa.Im == 0 && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && &mtx1 != this &&
-        &mtx2 != this && !SharesMemory(mtx1, *this) && !SharesMemory(mtx2, *this)) {
-        if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct) {
-            // C^T = B^T A^T in the column-major call.
-            const auto& bl = blas::Blas();
-            if (fIsDouble)
-                bl.dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, Alfa.Re, mtx2.Values, mtx2.fLeadingCols,
-                         mtx1.Values, mtx1.fLeadingCols, 0.0, Values, fLeadingCols);
-            else
-                bl.sgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, float(Alfa.Re), mtx2.SValues,
-                         mtx2.fLeadingCols, mtx1.SValues, mtx1.fLeadingCols, 0.0f, SValues, fLeadingCols);
-        } else if (fIsDouble)
-            kern::Kernels<double>().GemmSmall(m, n, k, mtx1.Values, mtx1.fLeadingCols, 1, mtx2.Values,
-                                              mtx2.fLeadingCols, 1, Values, fLeadingCols,
-                                              kern::TArgs<double>{Alfa.Re, 0, 0, 0});
+namespace {
+
+// The plain product C = Alfa A B of the direct path beyond the small sizes:
+// C^T = B^T A^T in the column-major call.
+void PlainBlasProduct(TMtx& c, const TMtx& a, const TMtx& b, int32_t m, int32_t n, int32_t k) {
+    const auto& bl = blas::Blas();
+    if (c.fIsDouble)
+        bl.dgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, c.Alfa.Re, b.Values, b.fLeadingCols, a.Values,
+                 a.fLeadingCols, 0.0, c.Values, c.fLeadingCols);
+    else
+        bl.sgemm(CblasColMajor, CblasNoTrans, CblasNoTrans, n, m, k, float(c.Alfa.Re), b.SValues, b.fLeadingCols,
+                 a.SValues, a.fLeadingCols, 0.0f, c.SValues, c.fLeadingCols);
+}
+
+// Beta = 0 and a real Alfa, +0 and -0 alike: the three values without
+// their sign bits are all zero.
+inline bool PlainScalars(const TMtx& c) {
+    const auto bits = [](double x) { return std::bit_cast<uint64_t>(x) << 1; };
+    return (bits(c.Beta.Re) | bits(c.Beta.Im) | bits(c.Alfa.Im)) == 0;
+}
+
+// The element block of a container of the precision in use.
+inline const void* Block(const TRovane& r) {
+    return r.fIsDouble ? static_cast<const void*>(r.SData) : static_cast<const void*>(r.SSData);
+}
+
+// The small kernels for a product whose checks have passed.
+inline void SmallKernel(TMtx& c, const TMtx& a, const TMtx& b, int32_t m, int32_t n, int32_t k) {
+    if (m == n && n == k) {
+        // Square: one indirect call into the unrolled kernel of that size.
+        if (c.fIsDouble)
+            kern::Kernels<double>().GemmSquare(m, a.Values, a.fLeadingCols, b.Values, b.fLeadingCols, c.Values,
+                                               c.fLeadingCols, c.Alfa.Re, 0.0);
         else
-            kern::Kernels<float>().GemmSmall(m, n, k, mtx1.SValues, mtx1.fLeadingCols, 1, mtx2.SValues,
-                                             mtx2.fLeadingCols, 1, SValues, fLeadingCols,
-                                             kern::TArgs<float>{float(Alfa.Re), 0, 0, 0});
+            kern::Kernels<float>().GemmSquare(m, a.SValues, a.fLeadingCols, b.SValues, b.fLeadingCols, c.SValues,
+                                              c.fLeadingCols, float(c.Alfa.Re), 0.0f);
+    } else if (c.fIsDouble)
+        kern::Kernels<double>().GemmSmall(m, n, k, a.Values, a.fLeadingCols, 1, b.Values, b.fLeadingCols, 1,
+                                          c.Values, c.fLeadingCols, kern::TArgs<double>{c.Alfa.Re, 0, 0, 0});
+    else
+        kern::Kernels<float>().GemmSmall(m, n, k, a.SValues, a.fLeadingCols, 1, b.SValues, b.fLeadingCols, 1,
+                                         c.SValues, c.fLeadingCols, kern::TArgs<float>{float(c.Alfa.Re), 0, 0, 0});
+}
+
+// Everything of Mul(A, B) but the 4 x 4 doubles: the direct path for a real
+// product into a Self of the right shape, else the general core.
+__attribute__((noinline)) TMtx& MulPlain(TMtx& c, const TMtx& a, const TMtx& b) {
+    const int32_t m = a.fRows, k = a.fCols, n = b.fCols;
+    if (m > 0 && n > 0 && k > 0 && k == b.fRows && c.fRows == m && c.fCols == n && !c.fComplex &&
+        c.fFloatPrecision == a.fFloatPrecision && c.fFloatPrecision == b.fFloatPrecision && PlainScalars(c) &&
+        !a.FAutoMtxType && !b.FAutoMtxType && &a != &c && &b != &c && !SharesMemory(a, c) && !SharesMemory(b, c)) {
+        if (m > kSmallProduct || n > kSmallProduct || k > kSmallProduct)
+            PlainBlasProduct(c, a, b, m, n, k);
+        else
+            SmallKernel(c, a, b, m, n, k);
+        return c;
+    }
+    return c.Mul(a, b, mtGeneral, mtGeneral, opNone, opNone);
+}
+
+}  // namespace
+
+TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2) {
+    // The commonest small product, 4 x 4 doubles into a Self of that shape
+    // with operands of other blocks, takes a path of a few loads and one
+    // indirect call; every other case goes to MulPlain with the same tests.
+    if (fRows == 4 && fCols == 4 && mtx1.fRows == 4 && mtx1.fCols == 4 && mtx2.fRows == 4 && mtx2.fCols == 4 &&
+        fFloatPrecision == rvDouble && mtx1.fFloatPrecision == rvDouble && mtx2.fFloatPrecision == rvDouble &&
+        PlainScalars(*this) && !mtx1.FAutoMtxType && !mtx2.FAutoMtxType && Block(mtx1) != Block(*this) &&
+        Block(mtx2) != Block(*this)) {
+        kern::Kernels<double>().Gemm4x4(mtx1.Values, mtx1.fLeadingCols, mtx2.Values, mtx2.fLeadingCols, Values,
+                                        fLeadingCols, Alfa.Re);
         return *this;
     }
-    return Mul(mtx1, mtx2, mtGeneral, mtGeneral, opNone, opNone);
+    return MulPlain(*this, mtx1, mtx2);
 }
 
 TMtx& TMtx::Mul(const TMtx& mtx1, const TMtx& mtx2, TMtxOperation op1, TMtxOperation op2) {

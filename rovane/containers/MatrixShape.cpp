@@ -663,6 +663,40 @@ TMtx& TMtx::SortDescend(int32_t col) {
     return *this;
 }
 
+namespace {
+
+// The elements as one run, row after row, through the vector sort: the
+// rows go to a cached vector and back, so the matrix orders its elements
+// exactly as a vector of the same run does.
+void SortFlat(TMtx& m, bool descend) {
+    if (int64_t(m.fRows) * m.fCols < 2) return;
+    CachedVec v;
+    v->Size(m.fRows * m.fCols, m.fFloatPrecision);
+    ByPrecision(m.fFloatPrecision, [&](auto e) {
+        using T = decltype(e);
+        T* run = At<T>(*v);
+        for (int32_t r = 0; r < m.fRows; ++r)
+            std::copy_n(At<T>(m) + int64_t(r) * Ld(m), m.fCols, run + int64_t(r) * m.fCols);
+        if (descend)
+            v->SortDescend();
+        else
+            v->SortAscend();
+        for (int32_t r = 0; r < m.fRows; ++r)
+            std::copy_n(run + int64_t(r) * m.fCols, m.fCols, At<T>(m) + int64_t(r) * Ld(m));
+    });
+}
+
+}  // namespace
+
+TMtx& TMtx::SortAscend() {
+    SortFlat(*this, false);
+    return *this;
+}
+TMtx& TMtx::SortDescend() {
+    SortFlat(*this, true);
+    return *this;
+}
+
 // ---- band storage -----------------------------------------------------------
 void TMtx::DiagonalsCount(int32_t& superDiag, int32_t& subDiag) const {
     superDiag = 0;

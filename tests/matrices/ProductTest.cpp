@@ -2,6 +2,8 @@
 // on whole matrices and on views; the vector products; Kron; the texts.
 #include "MatrixTestUtil.h"
 
+#include <cmath>
+
 #include "../containers/ContainerTestUtil.h"
 
 using namespace mtxtest;
@@ -441,6 +443,22 @@ TEST(MatrixMul, SmallProductsOnEveryTable) {
                 for (auto& z : want.v) z *= -2;
                 failures += ExpectEqualRef(c, want, "Mul(a, b) direct");
             }
+        // Square operands take the unrolled kernel of their side directly;
+        // a NaN in Self must not reach the result (Beta = 0 reads nothing).
+        for (TMtxFloatPrecision p : {rvSingle, rvDouble})
+            for (int m = 1; m <= 9; ++m)
+                for (double alfa : {1.0, -0.5}) {
+                    TMtx a, b, c;
+                    Random(a, m, m, p, g);
+                    Random(b, m, m, p, g);
+                    c.Size(m, m, p);
+                    c.SetVal(std::nan(""));
+                    c.Alfa = TCplx(alfa, 0);
+                    c.Mul(a, b);
+                    Ref want = Product(Of(a), Of(b));
+                    for (auto& z : want.v) z *= alfa;
+                    failures += ExpectEqualRef(c, want, "Mul(a, b) square " + std::to_string(m));
+                }
         EXPECT_EQ(failures, 0) << PrimitiveIsaName(isa);
     }
     SetPrimitiveIsa(DefaultPrimitiveIsa());

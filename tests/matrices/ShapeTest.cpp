@@ -101,6 +101,109 @@ TEST(MatrixRearrange, TransposePrimitivesWithStrides) {
     SetPrimitiveIsa(DefaultPrimitiveIsa());
 }
 
+// In-place square transposition on every kernel table, at sizes around the
+// register blocks (4) and the tiles (32), as a block inside a wider run: the
+// rest of each row and the rows around the block keep their values.
+TEST(MatrixRearrange, InPlaceSquareOnEveryTable) {
+    for (TPrimitiveIsa isa : {piReference, piBaseline, piAvx2, piAvx512}) {
+        if (!SetPrimitiveIsa(isa)) continue;
+        for (int n : {2, 3, 4, 5, 7, 8, 9, 31, 32, 33, 36, 63, 65, 70}) {
+            SCOPED_TRACE(std::string(PrimitiveIsaName(isa)) + " n=" + std::to_string(n));
+            const int ld = n + 3, off = ld + 1;
+            std::vector<double> d(size_t(ld) * (n + 2));
+            std::vector<float> f(d.size());
+            for (size_t i = 0; i < d.size(); ++i) d[i] = f[i] = float(i) + 0.5f;
+            const std::vector<double> d0 = d;
+            TransposeSquareMatrix(d.data(), off, n, ld);
+            TransposeSquareMatrix(f.data(), off, n, ld);
+            int bad = 0;
+            for (int p = 0; p < int(d.size()); ++p) {
+                const int r = (p - off) / ld, c = (p - off) % ld;
+                const bool inside = p >= off && r < n && c < n;
+                const double want = inside ? d0[size_t(off + c * ld + r)] : d0[size_t(p)];
+                bad += d[size_t(p)] != want;
+                bad += double(f[size_t(p)]) != want;
+            }
+            EXPECT_EQ(bad, 0);
+        }
+    }
+    SetPrimitiveIsa(DefaultPrimitiveIsa());
+}
+
+// Transp() of a view: a square one transposes inside its rows, a wide one
+// becomes tall over the same run; the owner's other rows stay.
+TEST(MatrixRearrange, InPlaceOnViews) {
+    Dyadic g(5);
+    for (TMtxFloatPrecision p : kPrecisions) {
+        SCOPED_TRACE(PrecName(p));
+        TMtx big, v;
+        Random(big, 9, 6, p, g);
+        const Ref x = Of(big);
+        v.SetSubRange(big, 6, 6, 6);  // rows 1 to 6
+        v.Transp();
+        v.SetFullRange();
+        ExpectEqualRef(big, Reference(9, 6, [&](int i, int j) {
+                           return i >= 1 && i <= 6 ? x.at(j + 1, i - 1) : x.at(i, j);
+                       }),
+                       "square view");
+        const Ref y = Of(big);
+        v.SetSubRange(big, 12, 2, 9);  // a 2 x 9 view over rows 2 to 4
+        v.Transp();
+        EXPECT_EQ(v.Rows(), 9);
+        EXPECT_EQ(v.Cols(), 2);
+        ExpectEqualRef(v, Reference(9, 2, [&](int i, int j) {
+                           const int e = j * 9 + i;  // element (j, i) of the 2 x 9 run
+                           return y.at(2 + e / 6, e % 6);
+                       }),
+                       "wide view");
+        v.SetFullRange();
+        for (int i : {0, 1, 5, 6, 7, 8})
+            for (int j = 0; j < 6; ++j) EXPECT_EQ(Get(big, i, j), y.at(i, j)) << i << "," << j;
+    }
+}
+
+// SortAscend() / SortDescend() order the whole run in row order exactly as
+// the vector sorts order the same run; the shape stays.
+TEST(MatrixRearrange, SortWholeRun) {
+    Dyadic g(11);
+    for (TMtxFloatPrecision p : kPrecisions)
+        for (bool desc : {false, true}) {
+            SCOPED_TRACE(std::string(PrecName(p)) + (desc ? " descend" : " ascend"));
+            TMtx a;
+            Random(a, 7, 5, p, g);
+            TVec v;
+            v.Size(35, p);
+            for (int i = 0; i < 35; ++i) SetV(v, i, Get(a, i / 5, i % 5));
+            if (desc) {
+                a.SortDescend();
+                v.SortDescend();
+            } else {
+                a.SortAscend();
+                v.SortAscend();
+            }
+            EXPECT_EQ(a.Rows(), 7);
+            EXPECT_EQ(a.Cols(), 5);
+            ExpectEqualRef(a, Reference(7, 5, [&](int i, int j) { return GetV(v, i * 5 + j); }), "sort");
+            const auto key = [&](int e) { return std::norm(Get(a, e / 5, e % 5)); };
+            const auto val = [&](int e) { return Get(a, e / 5, e % 5).real(); };
+            for (int e = 1; e < 35; ++e) {
+                const long double k0 = IsCplx(p) ? key(e - 1) : val(e - 1), k1 = IsCplx(p) ? key(e) : val(e);
+                EXPECT_TRUE(desc ? k0 >= k1 : k0 <= k1) << e;
+            }
+        }
+    // A view sorts its own rows only.
+    TMtx big, v;
+    SetM(big, 3, 2, false, {9, 8, 3, 1, 7, 6});
+    v.SetSubRange(big, 2, 1, 2);
+    v.SortAscend();
+    v.SetFullRange();
+    ExpectEqualRef(big, Reference(3, 2, [](int i, int j) {
+                       const double w[] = {9, 8, 1, 3, 7, 6};
+                       return Z(w[i * 2 + j]);
+                   }),
+                   "view");
+}
+
 TEST(MatrixRearrange, ExchangePermuteAndSort) {
     TMtx a, b;
     SetM(a, 3, 3, false, {3, 1, 9, 1, 5, 8, 2, 7, 7});

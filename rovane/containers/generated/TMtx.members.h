@@ -56,6 +56,10 @@ TMtx& ColPermute(const TMtx& src, const TVecInt& permuteIdx);
 // then imaginary part).
 TMtx& SortAscend(int32_t col);
 TMtx& SortDescend(int32_t col);
+// All elements as one run in row order, by the rules of the vector sorts
+// (real: by value; complex: by squared magnitude); the shape stays.
+TMtx& SortAscend();
+TMtx& SortDescend();
 
 // ---- band forms (containers/MatrixShape.cpp) ----
 TMtx& DenseToBanded(const TMtx& mtx, int32_t maxElemCount = 10000000);

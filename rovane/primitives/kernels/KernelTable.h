@@ -95,12 +95,18 @@ using KGemm = void (*)(idx m, idx n, idx k, const F* a, idx ars, idx acs, const 
 template <class F>
 using KGemmc = void (*)(idx m, idx n, idx k, const F* a, idx ars, idx acs, bool conjA, const F* b, idx brs,
                         idx bcs, bool conjB, F* c, idx ldc, const TArgs<F>& s);
+// C = alpha A B + beta C for n x n plain operands with unit column strides.
+template <class F>
+using KGemmSq = void (*)(idx n, const F* a, idx lda, const F* b, idx ldb, F* c, idx ldc, F alpha, F beta);
+// C = alpha A B for 4 x 4 plain operands (beta = 0: C is not read).
+template <class F>
+using KGemm4 = void (*)(const F* a, idx lda, const F* b, idx ldb, F* c, idx ldc, F alpha);
 template <class F>
 using KTransp = void (*)(const F* src, idx rows, idx cols, idx lds, F* dst, idx ldd);
 template <class F>
 using KTranspSq = void (*)(F* a, idx n, idx ld);
 #define ROVANE_KERNELS_MATRIX(X)                                                                               \
-    X(KGemm, GemmSmall, M) X(KGemmc, GemmSmallc, M) X(KTransp, Transpose, M) X(KTransp, Transposec, M)         \
+    X(KGemm, GemmSmall, M) X(KGemmc, GemmSmallc, M) X(KGemmSq, GemmSquare, M) X(KGemm4, Gemm4x4, M) X(KTransp, Transpose, M) X(KTransp, Transposec, M)         \
     X(KTransp, Adjungc, M) X(KTranspSq, TransposeSquare, M) X(KTranspSq, TransposeSquarec, M)                 \
     X(KTranspSq, AdjungSquarec, M)
 // Reductions fold a run to a few numbers. Single data accumulate in double;

@@ -614,6 +614,10 @@ Matrix& ColPermute(const TMtx& src, const TVecInt& permuteIdx);
 // then imaginary part).
 Matrix& SortAscend(int32_t col);
 Matrix& SortDescend(int32_t col);
+// All elements as one run in row order, by the rules of the vector sorts
+// (real: by value; complex: by squared magnitude); the shape stays.
+Matrix& SortAscend();
+Matrix& SortDescend();
 
 // ---- band forms (containers/MatrixShape.cpp) ----
 Matrix& DenseToBanded(const TMtx& mtx, int32_t maxElemCount = 10000000);
