@@ -251,6 +251,19 @@ TEST(MatrixMul, SelfOverlappingAnOperand) {
     view.SetSubRange(big, 0, 6, 6);
     view.Mul(a, big);
     ExpectEqualRef(view, want, "Self a view of Mtx2");
+    // 4 x 4 (the shortest path): rows 0-3 of an 8 x 4 block times rows 4-7
+    // into rows 2-5, which overlap both operands, then into a block apart.
+    TMtx blk, x, y, z, w;
+    Random(blk, 8, 4, rvDouble, g);
+    x.SetSubRange(blk, 0, 4, 4);
+    y.SetSubRange(blk, 16, 4, 4);
+    const Ref want4 = Product(Of(x), Of(y));
+    w.Size(4, 4);
+    w.Mul(x, y);
+    ExpectEqualRef(w, want4, "4 x 4 into another block");
+    z.SetSubRange(blk, 8, 4, 4);
+    z.Mul(x, y);
+    ExpectEqualRef(z, want4, "4 x 4 into a view over both operands");
 }
 
 // ---- vector products ---------------------------------------------------------
