@@ -519,6 +519,22 @@ Vector StringsToValues(const TStringList& src) {
     r.Data().StringsToValues(src);
     return r;
 }
+namespace {
+template <class R>
+R Sorted(const R& src, bool descend) {
+    R r;
+    r.Data().Copy(src.Data());
+    if (descend)
+        r.Data().SortDescend();
+    else
+        r.Data().SortAscend();
+    return r;
+}
+}  // namespace
+Vector SortAscend(const Vector& src) { return Sorted(src, false); }
+Vector SortDescend(const Vector& src) { return Sorted(src, true); }
+Matrix SortAscend(const Matrix& src) { return Sorted(src, false); }
+Matrix SortDescend(const Matrix& src) { return Sorted(src, true); }
 Matrix StringsToValues(const TStringList& src, std::string_view delimiter) {
     Matrix r;
     r.Data().StringsToValues(src, delimiter);

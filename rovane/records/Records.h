@@ -543,6 +543,12 @@ ROVANE_API Vector MeanRows(const Matrix& src);
 // A new record from a list of text lines: one value per line for a vector;
 // for a matrix one row per line, the columns split at Delimiter.
 ROVANE_API Vector StringsToValues(const TStringList& src);
+// A sorted copy: values ascending or descending (complex data by
+// magnitude), a matrix as one run in row order.
+ROVANE_API Vector SortAscend(const Vector& src);
+ROVANE_API Vector SortDescend(const Vector& src);
+ROVANE_API Matrix SortAscend(const Matrix& src);
+ROVANE_API Matrix SortDescend(const Matrix& src);
 ROVANE_API Matrix StringsToValues(const TStringList& src, std::string_view delimiter);
 // A new record of Len elements of the precision, element i = Offset + i*Step
 // (a complex step for complex data), or sized and typed like Src. Templates
@@ -751,6 +757,16 @@ public:
 // Comparisons of the integer records: every element (an empty record
 // compares true). The arithmetic, bit and shift operators of the integer
 // records forward to the integer containers' members (below).
+// Functional forms on integer vectors: a new record (rotated, shifted,
+// sorted, gathered, magnitudes) or a value (the mean, in double).
+ROVANE_API VectorInt Rotate(const VectorInt& src, int32_t offset);
+ROVANE_API VectorInt Shift(const VectorInt& src, int32_t offset);
+ROVANE_API VectorInt SortAscend(const VectorInt& src);
+ROVANE_API VectorInt SortDescend(const VectorInt& src);
+ROVANE_API VectorInt Select(const VectorInt& src, int32_t index, int32_t len);
+ROVANE_API VectorInt Mag(const VectorInt& src);
+ROVANE_API double Mean(const VectorInt& src);
+
 ROVANE_API bool operator==(const VectorInt& l, const VectorInt& r);
 ROVANE_API bool operator==(const VectorInt& l, const TRovaneInt& r);
 ROVANE_API bool operator==(const VectorInt& l, int32_t r);

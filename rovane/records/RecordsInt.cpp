@@ -200,6 +200,47 @@ ROVANE_RECORD_INT_ORDER(>, Rel::Gt)
 ROVANE_RECORD_INT_ORDER(>=, Rel::Ge)
 #undef ROVANE_RECORD_INT_ORDER
 
+// ---------------------------------------------------------------------------
+// Functional forms of the integer vector: each on a copy of the source.
+// ---------------------------------------------------------------------------
+namespace {
+template <class Op>
+VectorInt OnCopy(const VectorInt& src, Op op) {
+    VectorInt r;
+    r.Data().Copy(src.Data());
+    op(r.Data());
+    return r;
+}
+}  // namespace
+VectorInt Rotate(const VectorInt& src, int32_t offset) {
+    return OnCopy(src, [=](TVecInt& v) { v.Rotate(offset); });
+}
+VectorInt Shift(const VectorInt& src, int32_t offset) {
+    return OnCopy(src, [=](TVecInt& v) { v.Shift(offset); });
+}
+VectorInt SortAscend(const VectorInt& src) {
+    return OnCopy(src, [](TVecInt& v) { v.SortAscend(); });
+}
+VectorInt SortDescend(const VectorInt& src) {
+    return OnCopy(src, [](TVecInt& v) { v.SortDescend(); });
+}
+VectorInt Mag(const VectorInt& src) {
+    return OnCopy(src, [](TVecInt& v) { v.Abs(); });
+}
+VectorInt Select(const VectorInt& src, int32_t index, int32_t len) {
+    const TVecInt& s = src.Data();
+    if (index < 0 || len < 0 || int64_t(index) + len > s.Length())
+        ERangeErrorRaiseFmt("Select: Index = %d, Step = %d, Len = %d, Src.Length = %d", index, 1, len, s.Length());
+    VectorInt r;
+    r.Data().Size(len, s.IntPrecision());
+    if (len > 0) r.Data().Copy(s, index, 0, len);
+    return r;
+}
+double Mean(const VectorInt& src) {
+    const int32_t n = src.Data().Length();
+    return n == 0 ? 0.0 : double(src.Data().Sum()) / n;
+}
+
 #include "rovane/records/generated/VectorInt.members.inc"
 #include "rovane/records/generated/MatrixInt.members.inc"
 #include "rovane/records/generated/FreeInt.inc"

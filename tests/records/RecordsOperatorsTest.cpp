@@ -456,3 +456,30 @@ TEST(RecordMembers, IntegerMatrixRecordKeepsShapeAndWidth) {
     EXPECT_EQ(m.Length(), 4);
     EXPECT_EQ(m.IntPrecision(), prInt16);
 }
+
+// The functional forms that give a sorted, rotated or shifted copy leave
+// their source as it was.
+TEST(RecordMembers, FunctionalFormsWorkOnACopy) {
+    Vector v = {3, 1, 2};
+    const Vector up = SortAscend(v), down = SortDescend(v);
+    EXPECT_EQ(Elements(up), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(Elements(down), (std::vector<double>{3, 2, 1}));
+    EXPECT_EQ(Elements(v), (std::vector<double>{3, 1, 2}));
+    Matrix m(2, 2);
+    m.SetIt({4, 1, 3, 2});
+    const Matrix sorted = SortAscend(m);
+    EXPECT_EQ(sorted.Rows(), 2);
+    EXPECT_EQ(sorted.Values(0, 1), 2.0);
+    VectorInt i = {1, 2, 3, -4};
+    const VectorInt rot = Rotate(i, 1), sh = Shift(i, 1), asc = SortAscend(i), mag = Mag(i), sel = Select(i, 1, 2);
+    EXPECT_EQ(rot[0], -4);
+    EXPECT_EQ(sh[0], 1);
+    EXPECT_EQ(sh[1], 1);
+    EXPECT_EQ(asc[0], -4);
+    EXPECT_EQ(mag[3], 4);
+    EXPECT_EQ(sel.Length(), 2);
+    EXPECT_EQ(sel[0], 2);
+    EXPECT_EQ(i[3], -4);
+    EXPECT_DOUBLE_EQ(Mean(i), 0.5);
+    EXPECT_EQ(TextOf([&] { Select(i, 3, 2); }), "Select: Index = 3, Step = 1, Len = 2, Src.Length = 4");
+}
