@@ -39,10 +39,10 @@ private:
     uint32_t fState;
 };
 
-// The fills stay scalar loops outside the kernel tables: the stream is
-// sequential in its 32-bit state (each draw advances it, and the seed the
-// caller gets back is the state after the last draw), and the Gaussian fill
-// rejects pairs, so lanes could not keep the sequence a seed defines.
+// These fills are scalar loops outside the kernel tables on purpose: every
+// draw moves the one 32-bit state forward, the value handed back to the
+// caller is that state after the last draw, and the Gaussian fill throws
+// away rejected pairs. Vector lanes would give a different sequence.
 template <class F>
 IppStatus RandUniform(F* d, int32_t dIndex, int32_t len, uint32_t& seed, F low, F high) {
     if (len < 0) return ippStsSizeErr;
