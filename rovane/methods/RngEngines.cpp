@@ -4,6 +4,7 @@
 // quasi-random ones live in RngQuasi.cpp.
 #include "rovane/methods/RngEngine.h"
 #include "rovane/methods/RngJump.h"
+#include "rovane/storage/Platform.h"
 
 #include <cpuid.h>
 #include <emmintrin.h>
@@ -991,8 +992,7 @@ __attribute__((target("avx512f"))) void PhiloxAvx512(uint64_t lo, uint64_t hi, i
 #pragma GCC diagnostic pop
 
 bool CpuHasAvx512() {
-    static const bool has = __builtin_cpu_supports("avx512f");
-    return has;
+    return CpuFeatures().avx512f;
 }
 
 class Philox final : public CounterEngine {

@@ -67,8 +67,6 @@ TBlasTable Load() {
     find(t.set_num_threads, "openblas_set_num_threads");
     find(t.zdotc_sub, "cblas_zdotc_sub");
     find(t.cdotc_sub, "cblas_cdotc_sub");
-    find(t.dasum, "cblas_dasum");
-    find(t.sasum, "cblas_sasum");
     return t;
 }
 

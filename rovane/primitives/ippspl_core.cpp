@@ -71,12 +71,7 @@ IppStatus ippSetDenormAreZeros(int32_t flag) {
     return ippStsNoErr;
 }
 
-// ---------------------------------------------------------------------------
-// Kernel table choice.
-// ---------------------------------------------------------------------------
-namespace {
-
-bool IsaSupported(TPrimitiveIsa isa) {
+bool PrimitiveIsaSupported(TPrimitiveIsa isa) {
     const TCpuFeatures& c = CpuFeatures();
     switch (isa) {
         case piReference:
@@ -86,6 +81,12 @@ bool IsaSupported(TPrimitiveIsa isa) {
     }
     return false;
 }
+
+// ---------------------------------------------------------------------------
+// Kernel table choice.
+// ---------------------------------------------------------------------------
+namespace {
+
 
 const kern::TKernelTables& TablesOf(TPrimitiveIsa isa) {
     switch (isa) {
@@ -105,7 +106,7 @@ TPrimitiveIsa StartIsa() {
     if (!wanted || !*wanted) return best;
     for (TPrimitiveIsa isa : {piReference, piBaseline, piAvx2, piAvx512}) {
         if (std::strcmp(wanted, PrimitiveIsaName(isa)) != 0) continue;
-        if (IsaSupported(isa)) return isa;
+        if (PrimitiveIsaSupported(isa)) return isa;
         std::fprintf(stderr, "Rovane: ROVANE_ISA=%s is not supported by this processor; using %s.\n", wanted,
                      PrimitiveIsaName(best));
         return best;
@@ -129,8 +130,8 @@ TActive& Active() {
 }  // namespace
 
 TPrimitiveIsa BestPrimitiveIsa() {
-    if (IsaSupported(piAvx512)) return piAvx512;
-    if (IsaSupported(piAvx2)) return piAvx2;
+    if (PrimitiveIsaSupported(piAvx512)) return piAvx512;
+    if (PrimitiveIsaSupported(piAvx2)) return piAvx2;
     return piBaseline;
 }
 
@@ -139,7 +140,7 @@ TPrimitiveIsa PrimitiveIsa() { return Active().isa.load(std::memory_order_relaxe
 TPrimitiveIsa DefaultPrimitiveIsa() { return Active().start; }
 
 bool SetPrimitiveIsa(TPrimitiveIsa isa) {
-    if (isa < piReference || isa > piAvx512 || !IsaSupported(isa)) return false;
+    if (isa < piReference || isa > piAvx512 || !PrimitiveIsaSupported(isa)) return false;
     Active().tables.store(&TablesOf(isa), std::memory_order_release);
     Active().isa.store(isa, std::memory_order_relaxed);
     return true;

@@ -118,6 +118,8 @@ enum TPrimitiveIsa : int32_t { piReference, piBaseline, piAvx2, piAvx512 };
 ROVANE_API TPrimitiveIsa PrimitiveIsa();
 ROVANE_API TPrimitiveIsa BestPrimitiveIsa();
 ROVANE_API TPrimitiveIsa DefaultPrimitiveIsa();
+// Whether this processor runs the instruction set of a table.
+ROVANE_API bool PrimitiveIsaSupported(TPrimitiveIsa isa);
 // Switches the kernels for every thread; false (and no change) when the
 // processor lacks the instruction set. Call it while no other thread is in
 // the primitive layer.

@@ -393,20 +393,6 @@ template void RealDftBackward<float>(const C<float>*, float*, int64_t);
 // ---------------------------------------------------------------------------
 namespace {
 
-bool FftIsaSupported(TPrimitiveIsa isa) {
-    const uint64_t f = ippGetCpuFeatures();
-    switch (isa) {
-        case piReference:
-        case piBaseline: return true;
-        case piAvx2: return (f & ippCPUID_AVX2) && (f & ippCPUID_FMA);
-        case piAvx512: {
-            const uint64_t need = ippCPUID_AVX512F | ippCPUID_AVX512DQ | ippCPUID_AVX512VL | ippCPUID_AVX512BW |
-                                  ippCPUID_AVX2 | ippCPUID_FMA;
-            return (f & need) == need;
-        }
-    }
-    return false;
-}
 
 const TFftKernelSet& SetOf(TPrimitiveIsa isa) {
     switch (isa) {
@@ -418,7 +404,9 @@ const TFftKernelSet& SetOf(TPrimitiveIsa isa) {
 }
 
 TPrimitiveIsa InitialIsa() {
-    TPrimitiveIsa best = FftIsaSupported(piAvx512) ? piAvx512 : FftIsaSupported(piAvx2) ? piAvx2 : piBaseline;
+    TPrimitiveIsa best = PrimitiveIsaSupported(piAvx512) ? piAvx512
+                         : PrimitiveIsaSupported(piAvx2) ? piAvx2
+                                                         : piBaseline;
     if (const char* env = std::getenv("ROVANE_ISA")) {
         const std::string_view v(env);
         const TPrimitiveIsa named = v == "reference" ? piReference
@@ -426,7 +414,7 @@ TPrimitiveIsa InitialIsa() {
                                     : v == "avx2"     ? piAvx2
                                     : v == "avx512"   ? piAvx512
                                                       : best;
-        if (FftIsaSupported(named)) best = named;
+        if (PrimitiveIsaSupported(named)) best = named;
     }
     return best;
 }
@@ -457,7 +445,7 @@ namespace rovane {
 TPrimitiveIsa FftIsa() { return fft::ActiveFft().isa.load(std::memory_order_relaxed); }
 
 bool SetFftIsa(TPrimitiveIsa isa) {
-    if (isa < piReference || isa > piAvx512 || !fft::FftIsaSupported(isa)) return false;
+    if (isa < piReference || isa > piAvx512 || !PrimitiveIsaSupported(isa)) return false;
     fft::ActiveFft().set.store(&fft::SetOf(isa), std::memory_order_release);
     fft::ActiveFft().isa.store(isa, std::memory_order_relaxed);
     return true;
